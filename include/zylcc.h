@@ -1,0 +1,140 @@
+/*
+ * zylcc: bit-exact color conversion over caller-owned pixel buffers.
+ *
+ * Every image function takes a pointer to the first pixel of the region of
+ * interest, a row step in BYTES (any sign unless the family says otherwise),
+ * and the region size in pixels. It validates its arguments in a fixed order
+ * (pointers, size, steps, plane pointers, family parameters), returns the
+ * first failing status with nothing written, and otherwise converts and
+ * returns zylStsOk (or a positive warning). Nothing is allocated, nothing is
+ * kept between calls, and every function may run concurrently on distinct
+ * destinations.
+ */
+#ifndef ZYLCC_H_
+#define ZYLCC_H_
+
+#include <stdint.h>
+
+#if defined(_WIN32) || defined(__CYGWIN__)
+#if defined(ZYLCC_BUILDING)
+#define ZYL_API __declspec(dllexport)
+#elif defined(ZYLCC_STATIC)
+#define ZYL_API
+#else
+#define ZYL_API __declspec(dllimport)
+#endif
+#else
+#define ZYL_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---------------------------------------------------------------- types -- */
+
+typedef uint8_t Zyl8u;
+typedef uint16_t Zyl16u;
+typedef int16_t Zyl16s;
+typedef int32_t Zyl32s;
+typedef uint32_t Zyl32u;
+typedef float Zyl32f;
+typedef double Zyl64f;
+
+/* 0 success, negative error (nothing written), positive warning. */
+typedef int32_t ZylStatus;
+
+enum {
+  zylStsOk = 0,
+  zylStsNegativeSrc = 1,     /* tone mapping: source measure below 0.0 */
+  zylStsDoubleSize = 35,     /* odd size for a 2:1 subsampled layout */
+  zylStsBadArgErr = -5,      /* enumerated argument outside its set */
+  zylStsSizeErr = -6,        /* width or height below 1 (or family minimum) */
+  zylStsNullPtrErr = -8,     /* a required pointer is null */
+  zylStsStepErr = -16,       /* a row step below 1 (step-checking families) */
+  zylStsNumChannelsErr = -47,
+  zylStsGammaRangeErr = -49,
+  zylStsDitherLevelsErr = -54,
+  zylStsNoiseRangeErr = -55,
+  zylStsDitherTypeErr = -224
+};
+
+/* Region-of-interest size in pixels, passed by value. */
+typedef struct ZylSize {
+  int32_t width;
+  int32_t height;
+} ZylSize;
+
+/* A region inside a larger source image: top-left column and row, then size. */
+typedef struct ZylRect {
+  int32_t x;
+  int32_t y;
+  int32_t width;
+  int32_t height;
+} ZylRect;
+
+/* Colour of the 2x2 Bayer tile at source row 0, column 0 (row 0, then row 1). */
+typedef enum ZylBayerGrid {
+  zylBayerBGGR = 0,
+  zylBayerRGGB = 1,
+  zylBayerGBRG = 2,
+  zylBayerGRBG = 3
+} ZylBayerGrid;
+
+typedef enum ZylDitherType {
+  zylDitherNone = 0,
+  zylDitherFS = 1,
+  zylDitherJJN = 2,
+  zylDitherStucki = 3,
+  zylDitherBayer = 4
+} ZylDitherType;
+
+/* The static record returned by zylccGetLibVersion; never freed or modified. */
+typedef struct ZylLibraryVersion {
+  int32_t major;
+  int32_t minor;
+  int32_t update;
+  uint32_t revision;
+  char cpuCode[4];
+  const char* name;
+  const char* version;
+  const char* buildDate;
+} ZylLibraryVersion;
+
+ZYL_API const ZylLibraryVersion* zylccGetLibVersion(void);
+
+/* ------------------------------------------ RGB <-> YUV, full resolution --
+ * 16.16 fixed point. Y = (0.299R + 0.587G + 0.114B) rounded; U = 0.492(B-Y)
+ * + 128 (never clamped: it cannot leave 16..239); V = 0.877(R-Y) + 128
+ * clamped. The inverse rounds R and B but not G, by definition.
+ * AC4: the fourth channel of the destination is left untouched.
+ * Planar sides take one step for all planes.
+ */
+ZYL_API ZylStatus zyliRGBToYUV_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                        int dstStep, ZylSize roiSize);
+/* Plane 3 receives the source alpha; its pointer is used without a null test. */
+ZYL_API ZylStatus zyliRGBToYUV_8u_AC4P4R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[4],
+                                         int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
+                                      Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUVToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliYUVToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+/* Writes aval into the fourth channel of every destination pixel. */
+ZYL_API ZylStatus zyliYUVToRGB_8u_C3C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                        ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYUVToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                        int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUVToRGB_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
+                                      Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* ZYLCC_H_ */

@@ -1,0 +1,140 @@
+// Per-target half of the 3-channel families: vector loads and stores for each
+// layout, and the row kernel that maps three channels to three channels with
+// a vector body and the exact per-pixel tail.
+//
+// Include inside a family file after hwy/highway.h; it is re-included once
+// per target by hwy/foreach_target.h.
+#if defined(ZYL_CORE_MAP3_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef ZYL_CORE_MAP3_INL_H_
+#undef ZYL_CORE_MAP3_INL_H_
+#else
+#define ZYL_CORE_MAP3_INL_H_
+#endif
+
+#include <hwy/highway.h>
+
+#include "src/core/layout.h"
+
+// The one-lane fallback targets run the per-pixel definition over the whole
+// row: it is the reference, and HWY_SCALAR lacks the shuffles the bodies use.
+#undef ZYL_SIMD
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
+#define ZYL_SIMD 0
+#else
+#define ZYL_SIMD 1
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace zyl {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+#if ZYL_SIMD
+
+template <class L, class D, class V = hn::Vec<D>, class T = hn::TFromD<D>>
+HWY_INLINE void LoadPixels(D d, const T* const* rows, ptrdiff_t x, V& c0, V& c1, V& c2, V& c3) {
+  if constexpr (L::kPlanes == 1 && L::kStride == 3) {
+    hn::LoadInterleaved3(d, rows[0] + 3 * x, c0, c1, c2);
+  } else if constexpr (L::kPlanes == 1) {
+    hn::LoadInterleaved4(d, rows[0] + 4 * x, c0, c1, c2, c3);
+  } else {
+    c0 = hn::LoadU(d, rows[0] + x);
+    c1 = hn::LoadU(d, rows[1] + x);
+    c2 = hn::LoadU(d, rows[2] + x);
+    if constexpr (L::kAlpha) c3 = hn::LoadU(d, rows[3] + x);
+  }
+}
+
+template <class L, class D, class V = hn::Vec<D>, class T = hn::TFromD<D>>
+HWY_INLINE void StorePixels(D d, T* const* rows, ptrdiff_t x, V c0, V c1, V c2, V c3) {
+  if constexpr (L::kPlanes == 1 && L::kStride == 3) {
+    hn::StoreInterleaved3(c0, c1, c2, d, rows[0] + 3 * x);
+  } else if constexpr (L::kPlanes == 1) {
+    T* p = rows[0] + 4 * x;
+    if constexpr (!L::kAlpha) {
+      // Alpha keeps the caller's bytes: they are read back and stored unchanged.
+      V o0, o1, o2;
+      hn::LoadInterleaved4(d, p, o0, o1, o2, c3);
+    }
+    hn::StoreInterleaved4(c0, c1, c2, c3, d, p);
+  } else {
+    hn::StoreU(c0, d, rows[0] + x);
+    hn::StoreU(c1, d, rows[1] + x);
+    hn::StoreU(c2, d, rows[2] + x);
+    if constexpr (L::kAlpha) hn::StoreU(c3, d, rows[3] + x);
+  }
+}
+
+// Runs op.Vec32 on the four quarters of full 8-bit vectors widened to int32
+// lanes, and narrows its results back with saturation to 0..255.
+template <class Op, class D8, class V8 = hn::Vec<D8>>
+HWY_INLINE void Map8ViaI32(D8 d8, const Op& op, V8 a, V8 b, V8 c, V8& x, V8& y, V8& z) {
+  const hn::Half<D8> dh;
+  const hn::Half<decltype(dh)> dq;
+  const hn::Rebind<int32_t, decltype(dq)> d32;
+  using VQ = hn::Vec<decltype(dq)>;
+  VQ qa[4], qb[4], qc[4], qx[4], qy[4], qz[4];
+  auto split = [&](V8 v, VQ* q) {
+    const auto lo = hn::LowerHalf(dh, v);
+    const auto hi = hn::UpperHalf(dh, v);
+    q[0] = hn::LowerHalf(dq, lo);
+    q[1] = hn::UpperHalf(dq, lo);
+    q[2] = hn::LowerHalf(dq, hi);
+    q[3] = hn::UpperHalf(dq, hi);
+  };
+  split(a, qa);
+  split(b, qb);
+  split(c, qc);
+  for (int i = 0; i < 4; ++i) {
+    hn::Vec<decltype(d32)> ox, oy, oz;
+    op.Vec32(d32, hn::PromoteTo(d32, qa[i]), hn::PromoteTo(d32, qb[i]), hn::PromoteTo(d32, qc[i]),
+             ox, oy, oz);
+    qx[i] = hn::DemoteTo(dq, ox);
+    qy[i] = hn::DemoteTo(dq, oy);
+    qz[i] = hn::DemoteTo(dq, oz);
+  }
+  auto join = [&](const VQ* q) {
+    return hn::Combine(d8, hn::Combine(dh, q[3], q[2]), hn::Combine(dh, q[1], q[0]));
+  };
+  x = join(qx);
+  y = join(qy);
+  z = join(qz);
+}
+
+#endif  // ZYL_SIMD
+
+// One row of an 8-bit three-channel conversion. Op supplies Pixel (the exact
+// per-pixel definition) and Vec32 (the same arithmetic on int32 lanes). The
+// fourth channel flows from an alpha-carrying source layout, else from aval.
+template <class SL, class DL, class Op>
+HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff_t width,
+                           uint8_t aval) {
+  const Op op;
+  ptrdiff_t x = 0;
+#if ZYL_SIMD
+  const hn::ScalableTag<uint8_t> d8;
+  const ptrdiff_t n = static_cast<ptrdiff_t>(hn::Lanes(d8));
+  const auto alpha = hn::Set(d8, aval);
+  for (; x + n <= width; x += n) {
+    hn::Vec<decltype(d8)> c0, c1, c2, c3 = alpha, o0, o1, o2;
+    LoadPixels<SL>(d8, src, x, c0, c1, c2, c3);
+    if constexpr (!SL::kAlpha) c3 = alpha;
+    Map8ViaI32(d8, op, c0, c1, c2, o0, o1, o2);
+    StorePixels<DL>(d8, dst, x, o0, o1, o2, c3);
+  }
+#endif
+  for (; x < width; ++x) {
+    uint8_t c[4], o[4];
+    LoadPixel<SL>(src, x, c);
+    if constexpr (!SL::kAlpha) c[3] = aval;
+    op.Pixel(c, o);
+    o[3] = c[3];
+    StorePixel<DL>(dst, x, o);
+  }
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace zyl
+HWY_AFTER_NAMESPACE();
+
+#endif  // include guard toggle
