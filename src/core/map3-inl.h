@@ -101,11 +101,53 @@ HWY_INLINE void Map8ViaI32(D8 d8, const Op& op, V8 a, V8 b, V8 c, V8& x, V8& y, 
   z = join(qz);
 }
 
+// Runs op.Vec16 on the two halves of full 8-bit vectors widened to int16
+// lanes, and narrows its results back with saturation to 0..255.
+template <class Op, class D8, class V8 = hn::Vec<D8>>
+HWY_INLINE void Map8ViaI16(D8 d8, const Op& op, V8 a, V8 b, V8 c, V8& x, V8& y, V8& z) {
+  const hn::Half<D8> dh;
+  const hn::Rebind<int16_t, decltype(dh)> d16;
+  hn::Vec<decltype(dh)> hx[2], hy[2], hz[2];
+  for (int i = 0; i < 2; ++i) {
+    auto widen = [&](V8 v) {
+      return hn::PromoteTo(d16, i == 0 ? hn::LowerHalf(dh, v) : hn::UpperHalf(dh, v));
+    };
+    hn::Vec<decltype(d16)> ox, oy, oz;
+    op.Vec16(d16, widen(a), widen(b), widen(c), ox, oy, oz);
+    hx[i] = hn::DemoteTo(dh, ox);
+    hy[i] = hn::DemoteTo(dh, oy);
+    hz[i] = hn::DemoteTo(dh, oz);
+  }
+  x = hn::Combine(d8, hx[1], hx[0]);
+  y = hn::Combine(d8, hy[1], hy[0]);
+  z = hn::Combine(d8, hz[1], hz[0]);
+}
+
+// Exact 16-bit pieces of 16.16 fixed-point products, for bodies that keep
+// whole rows in 16-bit lanes.
+//
+// floor((a * k) / 65536) + floor(((a * k) mod 65536 + 32768) / 65536): the
+// product rounded to nearest after >> 16, for signed a and k.
+template <class D, class V = hn::Vec<D>>
+HWY_INLINE V MulRound16(D d, V a, int16_t k) {
+  const hn::RebindToUnsigned<D> du;
+  const V kv = hn::Set(d, k);
+  const auto lo = hn::BitCast(du, hn::Mul(a, kv));
+  return hn::Add(hn::MulHigh(a, kv), hn::BitCast(d, hn::ShiftRight<15>(lo)));
+}
+
+// All-ones lanes where the unsigned 16-bit sum a + b wraps around.
+template <class DU, class VU = hn::Vec<DU>>
+HWY_INLINE VU Carry16(DU du, VU a, VU b) {
+  return hn::VecFromMask(du, hn::Ne(hn::SaturatedAdd(a, b), hn::Add(a, b)));
+}
+
 #endif  // ZYL_SIMD
 
 // One row of an 8-bit three-channel conversion. Op supplies Pixel (the exact
-// per-pixel definition) and Vec32 (the same arithmetic on int32 lanes). The
-// fourth channel flows from an alpha-carrying source layout, else from aval.
+// per-pixel definition) and Vec (the same arithmetic on full 8-bit vectors,
+// usually through Map8ViaI16 or Map8ViaI32). The fourth channel flows from an
+// alpha-carrying source layout, else from aval.
 template <class SL, class DL, class Op>
 HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff_t width,
                            uint8_t aval) {
@@ -119,7 +161,7 @@ HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff
     hn::Vec<decltype(d8)> c0, c1, c2, c3 = alpha, o0, o1, o2;
     LoadPixels<SL>(d8, src, x, c0, c1, c2, c3);
     if constexpr (!SL::kAlpha) c3 = alpha;
-    Map8ViaI32(d8, op, c0, c1, c2, o0, o1, o2);
+    op.Vec(d8, c0, c1, c2, o0, o1, o2);
     StorePixels<DL>(d8, dst, x, o0, o1, o2, c3);
   }
 #endif

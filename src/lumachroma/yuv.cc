@@ -30,18 +30,36 @@ struct RgbToYuv {
     out[1] = static_cast<uint8_t>(((db * kU) >> 16) + 128);
     out[2] = Clamp8(((dr * kV) >> 16) + 128);
   }
-  template <class D, class V>
-  HWY_INLINE void Vec32(D d, V r, V g, V b, V& y, V& u, V& v) const {
-    const V s = hn::Add(hn::Add(hn::Mul(r, hn::Set(d, kYR)), hn::Mul(g, hn::Set(d, kYG))),
-                        hn::Mul(b, hn::Set(d, kYB)));
-    const V half = hn::Set(d, kHalf);
-    const V db = hn::ShiftRight<16>(hn::Add(hn::Sub(hn::ShiftLeft<16>(b), s), half));
-    const V dr = hn::ShiftRight<16>(hn::Add(hn::Sub(hn::ShiftLeft<16>(r), s), half));
-    const V c128 = hn::Set(d, 128);
-    y = hn::ShiftRight<16>(hn::Add(s, half));
-    u = hn::And(hn::Add(hn::ShiftRight<16>(hn::Mul(db, hn::Set(d, kU))), c128), hn::Set(d, 255));
-    v = hn::Add(hn::ShiftRight<16>(hn::Mul(dr, hn::Set(d, kV))), c128);  // clamped by the narrowing
+#if ZYL_SIMD
+  // The same results in 16-bit lanes. S = 65536 H + L is rebuilt from the
+  // high and low halves of the three products, counting the carries of L.
+  // B - Y and R - Y in the definition use (S + 32767) >> 16, which is Y less
+  // one exactly when S + 32768 is a multiple of 65536. 57475 = 65536 - 8061.
+  template <class D8, class V8>
+  HWY_INLINE void Vec(D8 d8, V8 r, V8 g, V8 b, V8& y, V8& u, V8& v) const {
+    Map8ViaI16(d8, *this, r, g, b, y, u, v);
   }
+  template <class D, class V>
+  HWY_INLINE void Vec16(D d, V r, V g, V b, V& y, V& u, V& v) const {
+    const hn::RebindToUnsigned<D> du;
+    const auto ur = hn::BitCast(du, r), ug = hn::BitCast(du, g), ub = hn::BitCast(du, b);
+    const auto kr = hn::Set(du, uint16_t{kYR}), kg = hn::Set(du, uint16_t{kYG}),
+               kb = hn::Set(du, uint16_t{kYB});
+    const auto hi = hn::Add(hn::Add(hn::MulHigh(ur, kr), hn::MulHigh(ug, kg)), hn::MulHigh(ub, kb));
+    const auto lr = hn::Mul(ur, kr), lg = hn::Mul(ug, kg), lb = hn::Mul(ub, kb);
+    const auto l1 = hn::Add(lr, lg);
+    const auto l2 = hn::Add(l1, lb);
+    const auto half = hn::Set(du, uint16_t{0x8000});
+    const auto carries = hn::Add(hn::Add(Carry16(du, lr, lg), Carry16(du, l1, lb)), Carry16(du, l2, half));
+    const V yy = hn::BitCast(d, hn::Sub(hi, carries));
+    const V y_less = hn::Add(yy, hn::VecFromMask(d, hn::RebindMask(d, hn::Eq(l2, half))));
+    const V db = hn::Sub(b, y_less), dr = hn::Sub(r, y_less);
+    const V c128 = hn::Set(d, int16_t{128});
+    y = yy;
+    u = hn::Add(hn::MulHigh(db, hn::Set(d, int16_t{kU})), c128);
+    v = hn::Add(hn::Add(dr, hn::MulHigh(dr, hn::Set(d, int16_t{kV - 65536}))), c128);
+  }
+#endif
 };
 
 struct YuvToRgb {
@@ -51,17 +69,29 @@ struct YuvToRgb {
     out[1] = Clamp8((y - u * kGU - v * kGV) >> 16);  // no rounding term on G, by definition
     out[2] = Clamp8((y + u * kBU + kHalf) >> 16);
   }
-  template <class D, class V>
-  HWY_INLINE void Vec32(D d, V yy, V uu, V vv, V& r, V& g, V& b) const {
-    const V y = hn::ShiftLeft<16>(yy);
-    const V u = hn::Sub(uu, hn::Set(d, 128));
-    const V v = hn::Sub(vv, hn::Set(d, 128));
-    const V half = hn::Set(d, kHalf);
-    r = hn::ShiftRight<16>(hn::Add(hn::Add(y, hn::Mul(v, hn::Set(d, kRV))), half));
-    g = hn::ShiftRight<16>(
-        hn::Sub(hn::Sub(y, hn::Mul(u, hn::Set(d, kGU))), hn::Mul(v, hn::Set(d, kGV))));
-    b = hn::ShiftRight<16>(hn::Add(hn::Add(y, hn::Mul(u, hn::Set(d, kBU))), half));
+#if ZYL_SIMD
+  // The same results in 16-bit lanes: y is a multiple of 65536, so each
+  // channel is Y plus a 16.16 product split as k = 65536 m + k' with |k'| <
+  // 32768 (74711 = 65536 + 9175, 133169 = 2 * 65536 + 2097, -38076 = -65536 +
+  // 27460). G's two products keep their floor: their high halves are added
+  // with the carry of their low halves.
+  template <class D8, class V8>
+  HWY_INLINE void Vec(D8 d8, V8 yy, V8 uu, V8 vv, V8& r, V8& g, V8& b) const {
+    Map8ViaI16(d8, *this, yy, uu, vv, r, g, b);
   }
+  template <class D, class V>
+  HWY_INLINE void Vec16(D d, V y, V uu, V vv, V& r, V& g, V& b) const {
+    const hn::RebindToUnsigned<D> du;
+    const V u = hn::Sub(uu, hn::Set(d, int16_t{128}));
+    const V v = hn::Sub(vv, hn::Set(d, int16_t{128}));
+    r = hn::Add(hn::Add(y, v), MulRound16(d, v, int16_t{kRV - 65536}));
+    b = hn::Add(hn::Add(y, hn::Add(u, u)), MulRound16(d, u, int16_t{kBU - 2 * 65536}));
+    const V ku = hn::Set(d, int16_t{-kGU}), kv = hn::Set(d, int16_t{65536 - kGV});
+    const auto lu = hn::BitCast(du, hn::Mul(u, ku)), lv = hn::BitCast(du, hn::Mul(v, kv));
+    const V hi = hn::Add(hn::MulHigh(u, ku), hn::MulHigh(v, kv));
+    g = hn::Sub(hn::Sub(y, v), hn::Sub(hn::BitCast(d, Carry16(du, lu, lv)), hi));
+  }
+#endif
 };
 
 template <class SL, class DL>
