@@ -154,7 +154,13 @@ HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff
   const Op op;
   ptrdiff_t x = 0;
 #if ZYL_SIMD
-  const hn::ScalableTag<uint8_t> d8;
+  // Interleaved loads and stores shuffle across 128-bit blocks; beyond 256
+  // bits that costs more than the wider arithmetic gains, so such rows stay
+  // at 32 pixels per block even where 512-bit vectors exist.
+  using Tag = typename std::conditional<SL::kPlanes == 1 || DL::kPlanes == 1,
+                                        hn::CappedTag<uint8_t, 32>,
+                                        hn::ScalableTag<uint8_t>>::type;
+  const Tag d8;
   const ptrdiff_t n = static_cast<ptrdiff_t>(hn::Lanes(d8));
   const auto alpha = hn::Set(d8, aval);
   for (; x + n <= width; x += n) {
