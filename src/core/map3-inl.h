@@ -65,62 +65,64 @@ HWY_INLINE void StorePixels(D d, T* const* rows, ptrdiff_t x, V c0, V c1, V c2, 
   }
 }
 
-// Runs op.Vec32 on the four quarters of full 8-bit vectors widened to int32
-// lanes, and narrows its results back with saturation to 0..255.
-template <class Op, class D8, class V8 = hn::Vec<D8>>
-HWY_INLINE void Map8ViaI32(D8 d8, const Op& op, V8 a, V8 b, V8 c, V8& x, V8& y, V8& z) {
-  const hn::Half<D8> dh;
-  const hn::Half<decltype(dh)> dq;
-  const hn::Rebind<int32_t, decltype(dq)> d32;
-  using VQ = hn::Vec<decltype(dq)>;
-  VQ qa[4], qb[4], qc[4], qx[4], qy[4], qz[4];
-  auto split = [&](V8 v, VQ* q) {
-    const auto lo = hn::LowerHalf(dh, v);
-    const auto hi = hn::UpperHalf(dh, v);
-    q[0] = hn::LowerHalf(dq, lo);
-    q[1] = hn::UpperHalf(dq, lo);
-    q[2] = hn::LowerHalf(dq, hi);
-    q[3] = hn::UpperHalf(dq, hi);
-  };
-  split(a, qa);
-  split(b, qb);
-  split(c, qc);
-  for (int i = 0; i < 4; ++i) {
-    hn::Vec<decltype(d32)> ox, oy, oz;
-    op.Vec32(d32, hn::PromoteTo(d32, qa[i]), hn::PromoteTo(d32, qb[i]), hn::PromoteTo(d32, qc[i]),
-             ox, oy, oz);
-    qx[i] = hn::DemoteTo(dq, ox);
-    qy[i] = hn::DemoteTo(dq, oy);
-    qz[i] = hn::DemoteTo(dq, oz);
-  }
-  auto join = [&](const VQ* q) {
-    return hn::Combine(d8, hn::Combine(dh, q[3], q[2]), hn::Combine(dh, q[1], q[0]));
-  };
-  x = join(qx);
-  y = join(qy);
-  z = join(qz);
+// Widens full 8-bit vectors to two int16 vectors and narrows them back with
+// saturation to 0..255. On x86 both directions stay inside 128-bit blocks
+// (unpack low/high with zero, then pack with unsigned saturation), which
+// restores the lane order without any cross-block permute.
+#if HWY_ARCH_X86
+template <class D8, class V8 = hn::Vec<D8>>
+HWY_INLINE void Widen8(D8 d8, V8 v, hn::Vec<hn::Repartition<int16_t, D8>>& lo,
+                       hn::Vec<hn::Repartition<int16_t, D8>>& hi) {
+  const hn::Repartition<uint16_t, D8> du16;
+  const hn::Repartition<int16_t, D8> d16;
+  lo = hn::BitCast(d16, hn::ZipLower(du16, v, hn::Zero(d8)));
+  hi = hn::BitCast(d16, hn::ZipUpper(du16, v, hn::Zero(d8)));
 }
+HWY_INLINE hn::Vec128<uint8_t> Narrow8(hn::Full128<uint8_t>, hn::Vec128<int16_t> lo,
+                                       hn::Vec128<int16_t> hi) {
+  return hn::Vec128<uint8_t>{_mm_packus_epi16(lo.raw, hi.raw)};
+}
+#if HWY_TARGET <= HWY_AVX2
+HWY_INLINE hn::Vec256<uint8_t> Narrow8(hn::Full256<uint8_t>, hn::Vec256<int16_t> lo,
+                                       hn::Vec256<int16_t> hi) {
+  return hn::Vec256<uint8_t>{_mm256_packus_epi16(lo.raw, hi.raw)};
+}
+#endif
+#if HWY_TARGET <= HWY_AVX3
+HWY_INLINE hn::Vec512<uint8_t> Narrow8(hn::Full512<uint8_t>, hn::Vec512<int16_t> lo,
+                                       hn::Vec512<int16_t> hi) {
+  return hn::Vec512<uint8_t>{_mm512_packus_epi16(lo.raw, hi.raw)};
+}
+#endif
+#else
+template <class D8, class V8 = hn::Vec<D8>>
+HWY_INLINE void Widen8(D8 d8, V8 v, hn::Vec<hn::Repartition<int16_t, D8>>& lo,
+                       hn::Vec<hn::Repartition<int16_t, D8>>& hi) {
+  const hn::Half<D8> dh;
+  const hn::Repartition<int16_t, D8> d16;
+  lo = hn::PromoteTo(d16, hn::LowerHalf(dh, v));
+  hi = hn::PromoteTo(d16, hn::UpperHalf(dh, v));
+}
+template <class D8, class V16>
+HWY_INLINE hn::Vec<D8> Narrow8(D8 d8, V16 lo, V16 hi) {
+  const hn::Half<D8> dh;
+  return hn::Combine(d8, hn::DemoteTo(dh, hi), hn::DemoteTo(dh, lo));
+}
+#endif
 
-// Runs op.Vec16 on the two halves of full 8-bit vectors widened to int16
-// lanes, and narrows its results back with saturation to 0..255.
+// Runs op.Vec16 on full 8-bit vectors widened to int16 lanes and narrows its
+// results back with saturation to 0..255.
 template <class Op, class D8, class V8 = hn::Vec<D8>>
 HWY_INLINE void Map8ViaI16(D8 d8, const Op& op, V8 a, V8 b, V8 c, V8& x, V8& y, V8& z) {
-  const hn::Half<D8> dh;
-  const hn::Rebind<int16_t, decltype(dh)> d16;
-  hn::Vec<decltype(dh)> hx[2], hy[2], hz[2];
-  for (int i = 0; i < 2; ++i) {
-    auto widen = [&](V8 v) {
-      return hn::PromoteTo(d16, i == 0 ? hn::LowerHalf(dh, v) : hn::UpperHalf(dh, v));
-    };
-    hn::Vec<decltype(d16)> ox, oy, oz;
-    op.Vec16(d16, widen(a), widen(b), widen(c), ox, oy, oz);
-    hx[i] = hn::DemoteTo(dh, ox);
-    hy[i] = hn::DemoteTo(dh, oy);
-    hz[i] = hn::DemoteTo(dh, oz);
-  }
-  x = hn::Combine(d8, hx[1], hx[0]);
-  y = hn::Combine(d8, hy[1], hy[0]);
-  z = hn::Combine(d8, hz[1], hz[0]);
+  const hn::Repartition<int16_t, D8> d16;
+  hn::Vec<decltype(d16)> a2[2], b2[2], c2[2], x2[2], y2[2], z2[2];
+  Widen8(d8, a, a2[0], a2[1]);
+  Widen8(d8, b, b2[0], b2[1]);
+  Widen8(d8, c, c2[0], c2[1]);
+  for (int i = 0; i < 2; ++i) op.Vec16(d16, a2[i], b2[i], c2[i], x2[i], y2[i], z2[i]);
+  x = Narrow8(d8, x2[0], x2[1]);
+  y = Narrow8(d8, y2[0], y2[1]);
+  z = Narrow8(d8, z2[0], z2[1]);
 }
 
 // Exact 16-bit pieces of 16.16 fixed-point products, for bodies that keep
@@ -146,7 +148,7 @@ HWY_INLINE VU Carry16(DU du, VU a, VU b) {
 
 // One row of an 8-bit three-channel conversion. Op supplies Pixel (the exact
 // per-pixel definition) and Vec (the same arithmetic on full 8-bit vectors,
-// usually through Map8ViaI16 or Map8ViaI32). The fourth channel flows from an
+// usually through Map8ViaI16). The fourth channel flows from an
 // alpha-carrying source layout, else from aval.
 template <class SL, class DL, class Op>
 HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff_t width,
