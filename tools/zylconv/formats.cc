@@ -1,0 +1,226 @@
+#include "formats.h"
+
+#include <algorithm>
+#include <chrono>
+#include <climits>
+#include <cstdio>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "shapes.h"
+#include "zylcc.h"
+
+namespace zylconv {
+
+// ------------------------------------------------------------ the table --
+//
+// A new family adds its formats here: a name, a line for `list`, the file
+// layout, and one or more routes built from the call shapes of shapes.h. The
+// demo and `convert` pick every row up by themselves. Where a family offers
+// several exports for the same file layout, list each as a route: the demo
+// times them all and checks that they write and read the same bytes.
+const std::vector<Format>& Formats() {
+  static const std::vector<Format> formats = {
+      {"png", "PNG image, 8-bit RGB (RGBA when the picture has alpha)", Container::kPng, {}, {}},
+      {"ppm", "binary PPM image (P6, maxval 255)", Container::kPpm, {}, {}},
+      {"rgb",
+       "raw RGB 8-bit interleaved: R, G, B",
+       Container::kRaw,
+       {{3}},
+       {{EncodeCopy(), DecodeCopy()}}},
+      {"rgba",
+       "raw RGBA 8-bit interleaved: R, G, B, A",
+       Container::kRaw,
+       {{4}},
+       {{EncodeCopy(), DecodeCopy()}}},
+      {"yuv",
+       "raw YUV 4:4:4 interleaved: Y, U, V",
+       Container::kRaw,
+       {{3}},
+       {{EncodeC3(ZYLCONV_EXPORT(zyliRGBToYUV_8u_C3R)),
+         DecodeC3(ZYLCONV_EXPORT(zyliYUVToRGB_8u_C3R))},
+        {EncodeAC4(ZYLCONV_EXPORT(zyliRGBToYUV_8u_AC4R)),
+         DecodeC3C4(ZYLCONV_EXPORT(zyliYUVToRGB_8u_C3C4R))}}},
+      {"yuva",
+       "raw YUVA 4:4:4 interleaved: Y, U, V, A",
+       Container::kRaw,
+       {{4}},
+       {{EncodeAC4(ZYLCONV_EXPORT(zyliRGBToYUV_8u_AC4R)),
+         DecodeAC4(ZYLCONV_EXPORT(zyliYUVToRGB_8u_AC4R))}}},
+      {"yuv444p",
+       "raw planar YUV 4:4:4: Y plane, U plane, V plane",
+       Container::kRaw,
+       {{1}, {1}, {1}},
+       {{EncodeC3P3(ZYLCONV_EXPORT(zyliRGBToYUV_8u_C3P3R)),
+         DecodeP3C3(ZYLCONV_EXPORT(zyliYUVToRGB_8u_P3C3R))},
+        {EncodeP3(ZYLCONV_EXPORT(zyliRGBToYUV_8u_P3R)),
+         DecodeP3(ZYLCONV_EXPORT(zyliYUVToRGB_8u_P3R))}}},
+      {"yuva444p",
+       "raw planar YUV 4:4:4 with alpha: Y, U, V, A planes",
+       Container::kRaw,
+       {{1}, {1}, {1}, {1}},
+       {{EncodeAC4P4(ZYLCONV_EXPORT(zyliRGBToYUV_8u_AC4P4R)),
+         DecodeP3C3(ZYLCONV_EXPORT(zyliYUVToRGB_8u_P3C3R))}}},
+  };
+  return formats;
+}
+
+const Format* FindFormat(const std::string& name) {
+  for (const Format& f : Formats()) {
+    if (f.name == name) return &f;
+  }
+  return nullptr;
+}
+
+// ------------------------------------------------------------- RawImage --
+
+void CheckDimensions(int64_t width, int64_t height) {
+  if (width < 1 || height < 1) {
+    throw Error("image size " + std::to_string(width) + "x" + std::to_string(height) + " is empty");
+  }
+  if (width > kMaxDimension || height > kMaxDimension || width * height > kMaxPixels) {
+    throw Error("image size " + std::to_string(width) + "x" + std::to_string(height) +
+                " is too large (at most " + std::to_string(kMaxDimension) + " a side and " +
+                std::to_string(kMaxPixels) + " pixels)");
+  }
+}
+
+namespace {
+
+int CeilDiv(int a, int b) { return a / b + (a % b != 0); }
+
+}  // namespace
+
+size_t RawImage::FileBytes(int width, int height, const std::vector<PlaneLayout>& planes) {
+  size_t total = 0;
+  for (const PlaneLayout& p : planes) {
+    const size_t w = CeilDiv(width, p.x_sub);
+    const size_t h = CeilDiv(height, p.y_sub);
+    // A row must be addressable with an int step, and the file with size_t.
+    if (w * p.channels > static_cast<size_t>(INT_MAX) ||
+        h > (SIZE_MAX - total) / (w * p.channels)) {
+      throw Error("image of " + std::to_string(width) + "x" + std::to_string(height) +
+                  " is too large");
+    }
+    total += w * p.channels * h;
+  }
+  return total;
+}
+
+RawImage::RawImage(int width, int height, std::vector<PlaneLayout> planes)
+    : width_(width), height_(height), planes_(std::move(planes)) {
+  size_t offset = 0;
+  for (int i = 0; i < PlaneCount(); ++i) {
+    offsets_.push_back(offset);
+    offset += static_cast<size_t>(Step(i)) * static_cast<size_t>(PlaneHeight(i));
+  }
+  bytes_.assign(FileBytes(width, height, planes_), 0);
+}
+
+int RawImage::PlaneWidth(int plane) const { return CeilDiv(width_, planes_[plane].x_sub); }
+int RawImage::PlaneHeight(int plane) const { return CeilDiv(height_, planes_[plane].y_sub); }
+int RawImage::Step(int plane) const { return PlaneWidth(plane) * planes_[plane].channels; }
+
+bool RawImage::HasAlpha() const {
+  if (PlaneCount() == 1) return planes_[0].channels == 4;
+  return PlaneCount() == 4 && planes_[3].channels == 1;
+}
+
+void RawImage::StoreAlpha(const Picture& pic) {
+  if (!HasAlpha()) return;
+  const size_t n = pic.Pixels();
+  const bool interleaved = PlaneCount() == 1;
+  uint8_t* dst = Plane(interleaved ? 0 : 3);
+  const size_t stride = interleaved ? 4 : 1;
+  const size_t first = interleaved ? 3 : 0;
+  for (size_t i = 0; i < n; ++i) {
+    dst[i * stride + first] = pic.alpha.empty() ? 255 : pic.alpha[i];
+  }
+}
+
+void RawImage::LoadAlpha(Picture& pic) const {
+  if (!HasAlpha()) return;
+  const size_t n = pic.Pixels();
+  const bool interleaved = PlaneCount() == 1;
+  const uint8_t* src = Plane(interleaved ? 0 : 3);
+  const size_t stride = interleaved ? 4 : 1;
+  const size_t first = interleaved ? 3 : 0;
+  pic.alpha.resize(n);
+  for (size_t i = 0; i < n; ++i) pic.alpha[i] = src[i * stride + first];
+}
+
+// ----------------------------------------------------------- CallRunner --
+
+const char* StatusName(ZylStatus status) {
+  switch (status) {
+    case zylStsOk:
+      return "zylStsOk";
+    case zylStsNegativeSrc:
+      return "zylStsNegativeSrc";
+    case zylStsDoubleSize:
+      return "zylStsDoubleSize";
+    case zylStsBadArgErr:
+      return "zylStsBadArgErr";
+    case zylStsSizeErr:
+      return "zylStsSizeErr";
+    case zylStsNullPtrErr:
+      return "zylStsNullPtrErr";
+    case zylStsStepErr:
+      return "zylStsStepErr";
+    case zylStsNumChannelsErr:
+      return "zylStsNumChannelsErr";
+    case zylStsGammaRangeErr:
+      return "zylStsGammaRangeErr";
+    case zylStsDitherLevelsErr:
+      return "zylStsDitherLevelsErr";
+    case zylStsNoiseRangeErr:
+      return "zylStsNoiseRangeErr";
+    case zylStsDitherTypeErr:
+      return "zylStsDitherTypeErr";
+    default:
+      return "unknown status";
+  }
+}
+
+void CallRunner::Call(const char* export_name, const std::function<ZylStatus()>& call) {
+  static std::set<std::string> warned;  // one warning line per export is enough
+  std::vector<double> times;
+  for (int run = 0; run < runs_; ++run) {
+    const auto start = std::chrono::steady_clock::now();
+    const ZylStatus status = call();
+    const auto stop = std::chrono::steady_clock::now();
+    if (status < 0) {
+      throw Error(std::string(export_name) + " failed with status " + std::to_string(status) +
+                  " (" + StatusName(status) + ")");
+    }
+    if (status > 0 && warned.insert(export_name).second) {
+      std::fprintf(stderr, "zylconv: warning: %s returned status %d (%s)\n", export_name,
+                   static_cast<int>(status), StatusName(status));
+    }
+    times.push_back(std::chrono::duration<double>(stop - start).count());
+  }
+  std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
+  seconds_ += times[times.size() / 2];
+}
+
+// ------------------------------------------------------ encode / decode --
+
+RawImage Encode(const Format& format, const Route& route, const Picture& pic, CallRunner& runner) {
+  RawImage raw(pic.width, pic.height, format.planes);
+  if (!route.encode.writes_alpha) raw.StoreAlpha(pic);
+  route.encode.run(pic, raw, runner);
+  return raw;
+}
+
+Picture Decode(const Route& route, const RawImage& raw, CallRunner& runner) {
+  Picture pic;
+  pic.width = raw.width();
+  pic.height = raw.height();
+  pic.rgb.assign(pic.Pixels() * 3, 0);
+  route.decode.run(raw, pic, runner);
+  raw.LoadAlpha(pic);
+  return pic;
+}
+
+}  // namespace zylconv

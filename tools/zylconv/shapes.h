@@ -1,0 +1,48 @@
+// Call shapes: how an export of a given argument list is driven from the hub
+// picture and a raw file. Exports of one shape differ only in their color
+// model, so a new family reuses these and adds only rows to the format table.
+#ifndef ZYLCONV_SHAPES_H_
+#define ZYLCONV_SHAPES_H_
+
+#include "formats.h"
+#include "zylcc.h"
+
+namespace zylconv {
+
+// An export and its name, so the name is written once and cannot drift.
+template <class Fn>
+struct Export {
+  Fn fn;
+  const char* name;
+};
+#define ZYLCONV_EXPORT(f) \
+  ::zylconv::Export<decltype(&f)> { &f, #f }
+
+// Argument lists of the exports, as they appear in zylcc.h.
+using InterleavedFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u*, int, ZylSize);
+using InterleavedAlphaFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u*, int, ZylSize, Zyl8u);
+using InterleavedToPlanarFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u* const*, int, ZylSize);
+using PlanarToInterleavedFn = ZylStatus (*)(const Zyl8u* const*, int, Zyl8u*, int, ZylSize);
+using PlanarFn = ZylStatus (*)(const Zyl8u* const*, int, Zyl8u* const*, int, ZylSize);
+
+// Encoders, named by the export's layout suffix. "Hub" is RGB interleaved;
+// the file side is the format's own layout.
+Encoder EncodeC3(Export<InterleavedFn> e);             // RGB -> 3 or 4 channels
+Encoder EncodeAC4(Export<InterleavedFn> e);            // RGBA -> 4 channels, alpha untouched
+Encoder EncodeC3P3(Export<InterleavedToPlanarFn> e);   // RGB -> planes 0..2
+Encoder EncodeAC4P4(Export<InterleavedToPlanarFn> e);  // RGBA -> planes 0..3
+Encoder EncodeP3(Export<PlanarFn> e);                  // R, G, B planes -> planes 0..2
+
+Decoder DecodeC3(Export<InterleavedFn> e);            // 3 channels -> RGB
+Decoder DecodeAC4(Export<InterleavedFn> e);           // 4 channels -> RGBA, alpha untouched
+Decoder DecodeC3C4(Export<InterleavedAlphaFn> e);     // 3 channels -> RGBA, alpha 255
+Decoder DecodeP3C3(Export<PlanarToInterleavedFn> e);  // planes 0..2 -> RGB
+Decoder DecodeP3(Export<PlanarFn> e);                 // planes 0..2 -> R, G, B planes
+
+// Plain repacks between the hub and an RGB or RGBA file (no export).
+Encoder EncodeCopy();
+Decoder DecodeCopy();
+
+}  // namespace zylconv
+
+#endif  // ZYLCONV_SHAPES_H_

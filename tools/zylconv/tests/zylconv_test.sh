@@ -1,0 +1,143 @@
+#!/bin/sh
+# Behaviour of the zylconv command line: the demo, a round trip through the
+# raw and image formats, and the error contract (non-zero exit, exactly one
+# stderr line starting with "zylconv: ", never a crash).
+#
+# usage: zylconv_test.sh PATH_TO_ZYLCONV WORK_DIR
+set -u
+Z=$1
+W=$2
+rm -rf "$W"
+mkdir -p "$W" || exit 1
+cd "$W" || exit 1
+failures=0
+fail() {
+  echo "FAIL: $*" >&2
+  failures=$((failures + 1))
+}
+
+# Writes the decimal byte values $2... to file $1.
+bytes() {
+  out=$1
+  shift
+  printf "$(printf '\\%03o' "$@")" >"$out"
+}
+# Prints a file as decimal bytes separated by single spaces.
+dump() { od -An -tu1 -v "$1" | tr -s ' \n' '  ' | sed 's/^ //; s/ $//'; }
+
+# Runs zylconv expecting success and a silent stderr.
+ok() {
+  "$Z" "$@" >last.out 2>last.err || fail "zylconv $* exited $?: $(cat last.err)"
+  [ -s last.err ] && fail "zylconv $* wrote to stderr: $(cat last.err)"
+}
+
+# ---------------------------------------------------------------- demo --
+ok demo --out demo
+png_sig="137 80 78 71 13 10 26 10"
+[ -f demo/source.png ] || fail "demo wrote no source.png"
+rows=$(grep -c 'zyli.* ok$' last.out)
+[ "$rows" -ge 6 ] || fail "demo printed $rows checked conversions, expected at least 6"
+grep -q 'MISMATCH\|LOST' last.out && fail "demo found disagreeing routes: $(cat last.out)"
+pngs=0
+for f in demo/*.png; do
+  pngs=$((pngs + 1))
+  [ "$(head -c 8 "$f" | od -An -tu1 | tr -s ' ' ' ' | sed 's/^ //; s/ $//')" = "$png_sig" ] ||
+    fail "$f is not a PNG"
+done
+[ "$pngs" -eq $((rows + 1)) ] || fail "demo wrote $pngs PNGs for $rows conversions plus the source"
+
+# --------------------------------------------------------- round trips --
+# A 9x2 picture: 18 pixels, so a kernel working in blocks of 8 uses both its
+# block body and its per-pixel tail. Pixels 0, 1, 2 and 8 are gray, pixel 3
+# pure blue; the other colors keep V = 0.877 (R - Y) + 128 inside 0..255, i.e.
+# -146 <= R - Y <= 144, so no chroma clamps and the bound below holds. (Pure
+# red, green, cyan and magenta do clamp V and come back up to ~35 off.)
+bytes tiny.rgb \
+  0 0 0  128 128 128  255 255 255  0 0 255  224 172 105  255 128 0  60 140 60  255 255 0 \
+  200 200 200 \
+  141 85 36  66 40 30  255 224 196  30 60 200  180 20 90  10 200 120  200 60 40  90 90 250 \
+  17 34 51
+ok convert tiny.rgb tiny.png --size 9x2
+ok convert tiny.png tiny.yuv
+# Known YUV bytes, by hand from the 16.16 arithmetic:
+#   gray g: S = 65536 g, so Y = g and both differences round to 0: (g, 128, 128).
+#   blue (0, 0, 255): S = 7471 * 255 = 1905105; Y = (S + 32768) >> 16 = 29;
+#     dB = (16711680 - S + 32768) >> 16 = 226, U = (226 * 32244 >> 16) + 128
+#     = 111 + 128 = 239; dR = (-S + 32768) >> 16 = -29,
+#     V = (-29 * 57475 >> 16) + 128 = -26 + 128 = 102.
+yuv=$(dump tiny.yuv)
+case "$yuv" in
+  "0 128 128 128 128 128 255 128 128 29 239 102 "*" 200 128 128 "*) ;;
+  *) fail "tiny.yuv holds unexpected bytes: $yuv" ;;
+esac
+ok convert tiny.yuv back.png --size 9x2
+ok convert back.png back.ppm
+ok convert back.ppm back.rgb
+# Bound: with Y = ky + ey, |ey| <= 1/2 (ky the exact luma) and a difference
+# d = (R - ky) + er, |er| <= 1/2, the stored v = d * 57475 / 65536 - fv,
+# 0 <= fv < 1. Decoding, R' = round(Y + v * 74711 / 65536), where the product
+# of the two weights is 1 - 2.2e-4, so R' - R = round(ey + er - fv * 1.14 +
+# O(0.04)), inside (-2.2, 1.1): at most 2. B the same with 32244 and 133169
+# (fu * 2.032, product 1 - 2.5e-4, |B - ky| <= 226): inside (-3.1, 1.1), at
+# most 3. G' = floor(G + ey - 0.394 (u error) - 0.581 (v error) + ~0.1) stays
+# inside (-1, 2): at most 1. A clamp of R', G', B' to 0..255 only moves them
+# toward the true value. Gray has no differences at all, so it is exact.
+od -An -tu1 -v tiny.rgb | tr -s ' ' '\n' | grep -v '^$' >a.txt
+od -An -tu1 -v back.rgb | tr -s ' ' '\n' | grep -v '^$' >b.txt
+result=$(paste a.txt b.txt | awk '
+  { d = $1 - $2; if (d < 0) d = -d; if (d > max) max = d
+    px = int((NR - 1) / 3); if ((px == 0 || px == 1 || px == 2 || px == 3 || px == 8) && d) bad = 1 }
+  END { printf "%d %d %d", NR, max, bad }')
+set -- $result
+[ "$1" -eq 54 ] || fail "round trip gave $1 bytes, expected 54"
+[ "$2" -le 3 ] || fail "round trip error $2 exceeds the bound of 3"
+[ "$3" -eq 0 ] || fail "gray or blue pixels did not come back exactly"
+
+# Alpha rides through the planar format and a PNG. AC4P4R copies alpha into
+# plane 3; gray and blue come back exactly (above), so the whole RGBA file is
+# reproduced: Y 29 128 255, U 239 128 128, V 102 128 128, A 10 128 250.
+bytes alpha.rgba 0 0 255 10  128 128 128 128  255 255 255 250
+ok convert alpha.rgba alpha.yuva444p --size 3x1
+[ "$(dump alpha.yuva444p)" = "29 128 255 239 128 128 102 128 128 10 128 250" ] ||
+  fail "alpha.yuva444p holds $(dump alpha.yuva444p)"
+ok convert alpha.yuva444p alpha.png --size 3x1
+ok convert alpha.png alpha-back.rgba
+cmp -s alpha.rgba alpha-back.rgba || fail "RGBA did not survive yuva444p and PNG"
+
+# --------------------------------------------------------- bad inputs --
+# Each must exit non-zero with one stderr line starting "zylconv: ".
+bad() {
+  "$Z" "$@" >/dev/null 2>bad.err
+  rc=$?
+  if [ "$rc" -eq 0 ] || [ "$rc" -gt 125 ]; then
+    fail "zylconv $* exited $rc"
+  elif [ "$(wc -l <bad.err)" -ne 1 ] || ! head -n 1 bad.err | grep -q '^zylconv: '; then
+    fail "zylconv $* did not print one error line: $(cat bad.err)"
+  fi
+}
+printf 'not a png\n' >text.png
+head -c 60 tiny.png >truncated.png
+printf 'P6\n9 2\n65535\n' >deep.ppm
+printf 'P6\n9 2\n255\nshort' >short.ppm
+bad frobnicate
+bad convert tiny.rgb out.x --from nosuch --to rgb --size 9x2
+bad convert tiny.rgb out.bin --size 9x2
+bad convert tiny.yuv out.png
+bad convert tiny.yuv out.png --size 9by2
+bad convert tiny.yuv out.png --size 0x2
+bad convert tiny.yuv out.png --size 8x2
+bad convert tiny.yuv out.png --size 9x2 --bogus 1
+bad convert tiny.png out.rgb --size 9x2
+bad convert missing.png out.rgb
+bad convert text.png out.rgb
+bad convert truncated.png out.rgb
+bad convert deep.ppm out.rgb
+bad convert short.ppm out.rgb
+bad convert tiny.png no-such-dir/out.rgb
+bad demo --out tiny.png/sub
+
+if [ "$failures" -ne 0 ]; then
+  echo "$failures check(s) failed" >&2
+  exit 1
+fi
+echo "zylconv: all checks passed"
