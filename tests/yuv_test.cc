@@ -1,0 +1,364 @@
+// RGB <-> YUV at full resolution: the ten exports against hand-worked values
+// and against a per-pixel reference written from the defining formulas, on
+// every target, at widths around each target's vector block, with padded,
+// negative, zero and contiguous steps, and exhaustively over all 2^24 inputs.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+#include "include/zylcc.h"
+#include "src/core/dispatch.h"
+#include "tests/support/arg_check.h"
+#include "tests/support/generators.h"
+#include "tests/support/guarded_image.h"
+#include "tests/support/targets.h"
+
+namespace zyl::test {
+namespace {
+
+using Img = GuardedImage<Zyl8u>;
+using Px = std::array<uint8_t, 3>;
+
+// ------------------------------------------------------------ reference --
+
+// floor(v / 65536): the arithmetic right shift of the definition, spelled out
+// so the reference does not lean on how the compiler shifts negative values.
+int64_t Shr16(int64_t v) { return v >= 0 ? v / 65536 : -((-v + 65535) / 65536); }
+uint8_t Clamp(int64_t v) { return static_cast<uint8_t>(std::clamp<int64_t>(v, 0, 255)); }
+
+Px RgbToYuvRef(Px in) {
+  const int64_t r = in[0], g = in[1], b = in[2];
+  const int64_t s = 19595 * r + 38470 * g + 7471 * b;
+  const int64_t db = Shr16(b * 65536 - s + 32768);
+  const int64_t dr = Shr16(r * 65536 - s + 32768);
+  return {static_cast<uint8_t>(Shr16(s + 32768)),
+          static_cast<uint8_t>(Shr16(db * 32244) + 128),  // low 8 bits, no clamp
+          Clamp(Shr16(dr * 57475) + 128)};
+}
+
+Px YuvToRgbRef(Px in) {
+  const int64_t y = int64_t{in[0]} * 65536, u = in[1] - 128, v = in[2] - 128;
+  return {Clamp(Shr16(y + v * 74711 + 32768)), Clamp(Shr16(y - u * 25821 - v * 38076)),
+          Clamp(Shr16(y + u * 133169 + 32768))};
+}
+
+// ------------------------------------------------------- export adapters --
+
+enum class Alpha {
+  kNone,        // three-channel destination
+  kKept,        // AC4 destination: the fourth bytes are never written
+  kFromSource,  // AC4P4: plane 3 receives the source's fourth channel
+  kArgument,    // C3C4: the fourth channel receives the alpha argument
+};
+
+struct YuvExport {
+  ExportRow row;
+  bool to_yuv;
+  Format src, dst;
+  Alpha alpha;
+};
+
+void PrintTo(const YuvExport& e, std::ostream* os) { *os << e.row.name; }
+
+YuvExport Row(const char* name, bool to_yuv, Format src, Format dst, Alpha alpha, ArgCallFn call) {
+  auto slot = [](Format f) { return f.planes > 1 ? Planes(f.planes) : Image(f.channels); };
+  // AC4P4R tests only the Y, U and V plane pointers for null: plane 3 is used
+  // unchecked, so the shared argument tests leave it valid in every call.
+  const ArgSlot dst_slot = alpha == Alpha::kFromSource ? slot(dst).Checked(3) : slot(dst);
+  return {ExportRow(name, {slot(src), dst_slot}, call), to_yuv, src, dst, alpha};
+}
+
+// Planar sides take the plane array and ONE step shared by all planes; the
+// two sides' steps differ in most of these tests (other channel counts and
+// paddings), so a plane walked with the wrong side's step shows up.
+const YuvExport kExports[] = {
+    Row("zyliRGBToYUV_8u_C3R", true, kC3, kC3, Alpha::kNone,
+        [](const ArgCall& a) {
+          return zyliRGBToYUV_8u_C3R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
+                                     a.size);
+        }),
+    Row("zyliRGBToYUV_8u_AC4R", true, kC4, kC4, Alpha::kKept,
+        [](const ArgCall& a) {
+          return zyliRGBToYUV_8u_AC4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
+                                      a.size);
+        }),
+    Row("zyliRGBToYUV_8u_C3P3R", true, kC3, kP3, Alpha::kNone,
+        [](const ArgCall& a) {
+          return zyliRGBToYUV_8u_C3P3R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
+                                       a.Step(1), a.size);
+        }),
+    Row("zyliRGBToYUV_8u_AC4P4R", true, kC4, kP4, Alpha::kFromSource,
+        [](const ArgCall& a) {
+          return zyliRGBToYUV_8u_AC4P4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
+                                        a.Step(1), a.size);
+        }),
+    Row("zyliRGBToYUV_8u_P3R", true, kP3, kP3, Alpha::kNone,
+        [](const ArgCall& a) {
+          return zyliRGBToYUV_8u_P3R(a.Planes<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
+                                     a.Step(1), a.size);
+        }),
+    Row("zyliYUVToRGB_8u_C3R", false, kC3, kC3, Alpha::kNone,
+        [](const ArgCall& a) {
+          return zyliYUVToRGB_8u_C3R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
+                                     a.size);
+        }),
+    Row("zyliYUVToRGB_8u_AC4R", false, kC4, kC4, Alpha::kKept,
+        [](const ArgCall& a) {
+          return zyliYUVToRGB_8u_AC4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
+                                      a.size);
+        }),
+    Row("zyliYUVToRGB_8u_C3C4R", false, kC3, kC4, Alpha::kArgument,
+        [](const ArgCall& a) {
+          return zyliYUVToRGB_8u_C3C4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
+                                       a.size, static_cast<Zyl8u>(a.param));
+        }),
+    Row("zyliYUVToRGB_8u_P3C3R", false, kP3, kC3, Alpha::kNone,
+        [](const ArgCall& a) {
+          return zyliYUVToRGB_8u_P3C3R(a.Planes<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1),
+                                       a.Step(1), a.size);
+        }),
+    Row("zyliYUVToRGB_8u_P3R", false, kP3, kP3, Alpha::kNone,
+        [](const ArgCall& a) {
+          return zyliYUVToRGB_8u_P3R(a.Planes<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
+                                     a.Step(1), a.size);
+        }),
+};
+
+// The destination channel c of pixel (x, y): `color` is the converted pixel;
+// nullopt means the byte must keep its previous value.
+std::optional<uint8_t> Expected(const YuvExport& e, const Img& src, int x, int y, int c,
+                                const Px& color, Zyl8u aval) {
+  if (c < 3) return color[c];
+  switch (e.alpha) {
+    case Alpha::kFromSource:
+      return src.At(x, y, 3);
+    case Alpha::kArgument:
+      return aval;
+    default:
+      return std::nullopt;
+  }
+}
+
+// Runs an export on `src` into `dst` and checks the whole destination memory
+// against `color_of(x, y)` plus the export's alpha rule.
+template <class ColorOf>
+bool RunAndCheck(const YuvExport& e, const Img& src, Img& dst, Zyl8u aval, ColorOf color_of) {
+  const auto before = dst.Save();
+  const ZylStatus status = CallOnImages(e.row, aval, src, dst);
+  EXPECT_EQ(status, zylStsOk);
+  const ::testing::AssertionResult same = dst.Matches(
+      before, [&](int x, int y, int c) { return Expected(e, src, x, y, c, color_of(x, y), aval); });
+  EXPECT_TRUE(same);
+  return status == zylStsOk && same;
+}
+
+Px Reference(const YuvExport& e, const Img& src, int x, int y) {
+  const Px in = {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)};
+  return e.to_yuv ? RgbToYuvRef(in) : YuvToRgbRef(in);
+}
+
+class YuvExports : public ::testing::TestWithParam<YuvExport> {};
+
+// ---------------------------------------------------------- known answers --
+
+struct Known {
+  Px in, out;
+};
+
+// RGB -> YUV, worked by hand. S = 19595R + 38470G + 7471B; Y = (S + 32768) >> 16;
+// dB = (65536B - S + 32768) >> 16, U = (dB * 32244 >> 16) + 128;
+// dR = (65536R - S + 32768) >> 16, V = clamp((dR * 57475 >> 16) + 128).
+const Known kToYuv[] = {
+    // Gray g: S = 65536g, so Y = g and dB = dR = 32768 >> 16 = 0, U = V = 128.
+    {{0, 0, 0}, {0, 128, 128}},
+    {{1, 1, 1}, {1, 128, 128}},
+    {{128, 128, 128}, {128, 128, 128}},
+    {{255, 255, 255}, {255, 128, 128}},
+    // Red: S = 255 * 19595 = 4996725; Y = 5029493 >> 16 = 76 (76 * 65536 = 4980736).
+    // dB = -4963957 >> 16 = floor(-75.74) = -76; -76 * 32244 = -2450544 >> 16 =
+    // floor(-37.39) = -38 (a truncating shift would give -37), U = 90.
+    // dR = 11747723 >> 16 = 179; 179 * 57475 = 10288025 >> 16 = 156, V = 284 -> 255.
+    {{255, 0, 0}, {76, 90, 255}},
+    // Green: S = 255 * 38470 = 9809850; Y = 9842618 >> 16 = 150.
+    // dB = dR = -9777082 >> 16 = floor(-149.19) = -150;
+    // U: -150 * 32244 = -4836600 >> 16 = floor(-73.8) = -74, U = 54;
+    // V: -150 * 57475 = -8621250 >> 16 = floor(-131.55) = -132, V = -4 -> 0.
+    {{0, 255, 0}, {150, 54, 0}},
+    // Blue: S = 255 * 7471 = 1905105; Y = 1937873 >> 16 = 29.
+    // dB = 14839343 >> 16 = 226 (the largest |dB|); 226 * 32244 = 7287144 >> 16 = 111,
+    // U = 239 with no clamp. dR = -1872337 >> 16 = -29; -29 * 57475 = -1666775 >> 16 = -26,
+    // V = 102.
+    {{0, 0, 255}, {29, 239, 102}},
+};
+
+// YUV -> RGB, worked by hand: u = U - 128, v = V - 128, y = 65536Y;
+// R = (y + 74711v + 32768) >> 16, G = (y - 25821u - 38076v) >> 16 (no rounding
+// term), B = (y + 133169u + 32768) >> 16, each clamped.
+const Known kToRgb[] = {
+    // u = v = 0: R = B = (65536Y + 32768) >> 16 = Y and G = Y.
+    {{0, 128, 128}, {0, 0, 0}},
+    {{255, 128, 128}, {255, 255, 255}},
+    {{128, 128, 128}, {128, 128, 128}},
+    // Y = 128, v = -1: R = (8388608 - 74711 + 32768) >> 16 = 8346665 >> 16 = 127;
+    // G = (8388608 + 38076) >> 16 = 128.58 -> 128, where a rounding term would give 129;
+    // B = 128.
+    {{128, 128, 127}, {127, 128, 128}},
+    // Y = 128, u = v = -1: G = (8388608 + 25821 + 38076) = 8452505 >> 16 = 128 (rounded:
+    // 8485273 >> 16 = 129); B = (8388608 - 133169 + 32768) = 8288207 >> 16 = 126.
+    {{128, 127, 127}, {127, 128, 126}},
+    // u = v = -128: R = (-9563008 + 32768) < 0 -> 0; G = 128 * 25821 + 128 * 38076 =
+    // 3305088 + 4873728 = 8178816 >> 16 = 124.8 -> 124 (rounded: 125); B < 0 -> 0.
+    {{0, 0, 0}, {0, 124, 0}},
+    // u = v = 127: R = 16711680 + 9488297 + 32768 >> 16 = 400 -> 255;
+    // G = 16711680 - 3279267 - 4835652 = 8596761 >> 16 = 131; B = 513 -> 255.
+    {{255, 255, 255}, {255, 131, 255}},
+};
+
+// The known pixels side by side in a row long enough for two AVX-512 blocks
+// and a tail, so vector body and per-pixel tail both meet each of them.
+TEST_P(YuvExports, KnownAnswers) {
+  const YuvExport& e = GetParam();
+  const std::vector<Known> table = e.to_yuv
+                                       ? std::vector<Known>(std::begin(kToYuv), std::end(kToYuv))
+                                       : std::vector<Known>(std::begin(kToRgb), std::end(kToRgb));
+  std::vector<Px> inputs;
+  for (const Known& k : table) inputs.push_back(k.in);
+  ForEachTarget([&](int) {
+    for (int shift = 0; shift < 2; ++shift) {
+      Img src(131, 2, e.src, {Steps::kPadded, Placement::kHeap, 11});
+      Img dst(131, 2, e.dst, {Steps::kPadded, Placement::kHeap, 12});
+      FillPixels(src, inputs, shift);
+      RunAndCheck(e, src, dst, 0xA7,
+                  [&](int x, int y) { return table[(shift + y * 131 + x) % table.size()].out; });
+    }
+  });
+}
+
+// -------------------------------------------------- reference comparison --
+
+struct StepPlan {
+  Steps src, dst;
+  Placement src_place, dst_place;
+};
+
+// Contiguous, padded, upward-walking and zero steps on either side; sources at
+// a page end catch reads past the region, destinations there catch writes.
+const StepPlan kPlans[] = {
+    {Steps::kPacked, Steps::kPacked, Placement::kPageEnd, Placement::kPageEnd},
+    {Steps::kPadded, Steps::kPadded, Placement::kHeap, Placement::kHeap},
+    {Steps::kNegative, Steps::kPadded, Placement::kPageEnd, Placement::kHeap},
+    {Steps::kPadded, Steps::kNegative, Placement::kHeap, Placement::kPageEnd},
+    {Steps::kZero, Steps::kPadded, Placement::kHeap, Placement::kHeap},
+    {Steps::kPadded, Steps::kZero, Placement::kHeap, Placement::kHeap},
+};
+
+// 1..40 covers one block and its neighbours for SSE4 (16) and AVX2 (32);
+// 63..65 and 127..129 do it for AVX-512 (64) and two of its blocks.
+std::vector<int> Widths() {
+  std::vector<int> w;
+  for (int i = 1; i <= 40; ++i) w.push_back(i);
+  for (int i : {63, 64, 65, 127, 128, 129}) w.push_back(i);
+  return w;
+}
+
+TEST_P(YuvExports, MatchesReferenceOnRandomImages) {
+  const YuvExport& e = GetParam();
+  ForEachTarget([&](int) {
+    uint32_t seed = 1;
+    for (const StepPlan& plan : kPlans) {
+      for (int height : {1, 3, 7}) {
+        for (int width : Widths()) {
+          SCOPED_TRACE(::testing::Message()
+                       << width << "x" << height << " src " << StepsName(plan.src) << " dst "
+                       << StepsName(plan.dst));
+          Img src(width, height, e.src, {plan.src, plan.src_place, ++seed});
+          Img dst(width, height, e.dst, {plan.dst, plan.dst_place, ++seed});
+          FillRandom(src, seed);
+          if (!RunAndCheck(e, src, dst, static_cast<Zyl8u>(seed * 37),
+                           [&](int x, int y) { return Reference(e, src, x, y); })) {
+            return;  // one report per target is enough
+          }
+        }
+      }
+    }
+  });
+}
+
+TEST_P(YuvExports, MatchesReferenceOnExtremes) {
+  const YuvExport& e = GetParam();
+  const std::vector<Px> extremes = ExtremeTriples8u();
+  ForEachTarget([&](int) {
+    Img src(129, 5, e.src, {Steps::kPadded, Placement::kHeap, 3});
+    Img dst(129, 5, e.dst, {Steps::kNegative, Placement::kHeap, 4});
+    FillPixels(src, extremes);
+    RunAndCheck(e, src, dst, 0x5C, [&](int x, int y) { return Reference(e, src, x, y); });
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Yuv, YuvExports, ::testing::ValuesIn(kExports),
+                         [](const ::testing::TestParamInfo<YuvExport>& info) {
+                           return info.param.row.name;
+                         });
+
+// ------------------------------------------------------------ exhaustive --
+
+// Every possible input pixel once: a 4096 x 4096 image whose pixel i holds
+// (i >> 16, (i >> 8) & 255, i & 255), through each target's kernels.
+template <class Export>
+void Exhaustive(Export convert, Px (*reference)(Px), const char* what) {
+  constexpr int kSide = 4096;
+  constexpr size_t kBytes = size_t{3} << 24;
+  std::vector<uint8_t> src(kBytes), want(kBytes), got(kBytes);
+  for (size_t i = 0; i < (size_t{1} << 24); ++i) {
+    const Px in = {static_cast<uint8_t>(i >> 16), static_cast<uint8_t>(i >> 8),
+                   static_cast<uint8_t>(i)};
+    const Px out = reference(in);
+    std::copy(in.begin(), in.end(), &src[3 * i]);
+    std::copy(out.begin(), out.end(), &want[3 * i]);
+  }
+  ForEachTarget([&](int target) {
+    std::fill(got.begin(), got.end(), uint8_t{0x5A});
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(convert(src.data(), 3 * kSide, got.data(), 3 * kSide, ZylSize{kSide, kSide}),
+              zylStsOk);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    std::printf("[ timing   ] %s, all 2^24 pixels, %s: %.3f s\n", what, TargetName(target),
+                took.count());
+    const auto bad = std::mismatch(got.begin(), got.end(), want.begin());
+    if (bad.first != got.end()) {
+      const size_t i = static_cast<size_t>(bad.first - got.begin()) / 3;
+      ADD_FAILURE() << what << ": input (" << int{src[3 * i]} << ", " << int{src[3 * i + 1]} << ", "
+                    << int{src[3 * i + 2]} << ") expected (" << int{want[3 * i]} << ", "
+                    << int{want[3 * i + 1]} << ", " << int{want[3 * i + 2]} << ") got ("
+                    << int{got[3 * i]} << ", " << int{got[3 * i + 1]} << ", " << int{got[3 * i + 2]}
+                    << ")";
+    }
+  });
+}
+
+TEST(YuvExhaustive, EveryRgbTriple) {
+  Exhaustive(zyliRGBToYUV_8u_C3R, RgbToYuvRef, "zyliRGBToYUV_8u_C3R");
+}
+
+TEST(YuvExhaustive, EveryYuvTriple) {
+  Exhaustive(zyliYUVToRGB_8u_C3R, YuvToRgbRef, "zyliYUVToRGB_8u_C3R");
+}
+
+// ------------------------------------------------------- argument checks --
+
+std::vector<ExportRow> ArgRows() {
+  std::vector<ExportRow> rows;
+  for (const YuvExport& e : kExports) rows.push_back(e.row);
+  return rows;
+}
+
+INSTANTIATE_TEST_SUITE_P(Yuv, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+
+}  // namespace
+}  // namespace zyl::test
