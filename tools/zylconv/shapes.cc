@@ -40,6 +40,18 @@ void CopyThreeChannels(const uint8_t* src, int src_channels, uint8_t* dst, int d
   }
 }
 
+// The raw interleaved plane as pixels of `channels` bytes: the plane itself
+// when it already has that many, else its first three channels repacked into
+// temp (a fourth channel there starts as `fill`).
+const uint8_t* AsChannels(const RawImage& raw, const Picture& pic, int channels, uint8_t fill,
+                          std::vector<uint8_t>& temp) {
+  const int have = raw.Layout(0).channels;
+  if (have == channels) return raw.Plane(0);
+  temp.assign(pic.Pixels() * channels, fill);
+  CopyThreeChannels(raw.Plane(0), have, temp.data(), channels, pic.Pixels());
+  return temp.data();
+}
+
 std::vector<uint8_t> HubToRgba(const Picture& pic) {
   const size_t n = pic.Pixels();
   std::vector<uint8_t> rgba(n * 4);
@@ -160,14 +172,8 @@ Encoder EncodeP3(Export<PlanarFn> e) {
 Decoder DecodeC3(Export<InterleavedFn> e) {
   return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
             Require(InterleavedPlane(raw), "an interleaved 3-channel decoder", e.name);
-            const int channels = raw.Layout(0).channels;
             std::vector<uint8_t> temp;
-            const uint8_t* src = raw.Plane(0);
-            if (channels != 3) {
-              temp.resize(pic.Pixels() * 3);
-              CopyThreeChannels(src, channels, temp.data(), 3, pic.Pixels());
-              src = temp.data();
-            }
+            const uint8_t* src = AsChannels(raw, pic, 3, 0, temp);
             runner.Call(e.name, [&] {
               return e.fn(src, Step(pic.width, 3), pic.rgb.data(), Step(pic.width, 3), pic.Size());
             });
@@ -177,14 +183,8 @@ Decoder DecodeC3(Export<InterleavedFn> e) {
 Decoder DecodeAC4(Export<InterleavedFn> e) {
   return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
             Require(InterleavedPlane(raw), "a four-channel decoder", e.name);
-            const int channels = raw.Layout(0).channels;
             std::vector<uint8_t> temp;
-            const uint8_t* src = raw.Plane(0);
-            if (channels != 4) {
-              temp.assign(pic.Pixels() * 4, 255);
-              CopyThreeChannels(src, channels, temp.data(), 4, pic.Pixels());
-              src = temp.data();
-            }
+            const uint8_t* src = AsChannels(raw, pic, 4, 255, temp);
             // The export leaves the fourth channel alone: start it opaque.
             std::vector<uint8_t> rgba(pic.Pixels() * 4, 255);
             runner.Call(e.name, [&] {
@@ -197,14 +197,8 @@ Decoder DecodeAC4(Export<InterleavedFn> e) {
 Decoder DecodeC3C4(Export<InterleavedAlphaFn> e) {
   return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
             Require(InterleavedPlane(raw), "an interleaved 3-channel decoder", e.name);
-            const int channels = raw.Layout(0).channels;
             std::vector<uint8_t> temp;
-            const uint8_t* src = raw.Plane(0);
-            if (channels != 3) {
-              temp.resize(pic.Pixels() * 3);
-              CopyThreeChannels(src, channels, temp.data(), 3, pic.Pixels());
-              src = temp.data();
-            }
+            const uint8_t* src = AsChannels(raw, pic, 3, 0, temp);
             std::vector<uint8_t> rgba(pic.Pixels() * 4);
             runner.Call(e.name, [&] {
               return e.fn(src, Step(pic.width, 3), rgba.data(), Step(pic.width, 4), pic.Size(),
