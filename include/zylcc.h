@@ -133,6 +133,104 @@ ZYL_API ZylStatus zyliYUVToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep,
 ZYL_API ZylStatus zyliYUVToRGB_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
                                       Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
 
+/* ----------------------------------------- RGB <-> YCbCr, full resolution --
+ * BT.601 studio range, 16.16 fixed point. The forward direction rounds and
+ * needs no clamp (Y 16..235, Cb and Cr 16..240); the inverse truncates every
+ * channel (no rounding term) and clamps, so (235, 128, 128) gives 254.
+ * AC4R leaves the destination alpha untouched, AC4P3R drops the source
+ * alpha, P3C4R writes aval. The 709CSC inverses use BT.709 studio weights.
+ */
+ZYL_API ZylStatus zyliRGBToYCbCr_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                           int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
+                                        Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToRGB_8u_P3C4R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                          int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCrToRGB_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
+                                        Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToBGR_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToBGR_8u_P3C4R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                          int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCrToBGR_709CSC_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep,
+                                                 Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCrToBGR_709CSC_8u_P3C4R(const Zyl8u* const pSrc[3], int srcStep,
+                                                 Zyl8u* pDst, int dstStep, ZylSize roiSize,
+                                                 Zyl8u aval);
+
+/* ---------------------------------------------------------------- gray --
+ * RGBToGray: fixed weights 0.299, 0.587, 0.114 (8u: 9798, 19235, 3736 in
+ * 1.15 fixed point, summing to 32769 on purpose). ColorToGray: caller
+ * weights, or those defaults when pCoeffs is null. 8u rows round differently
+ * in whole vector blocks and in the per-pixel tail, by definition. 16u/16s
+ * go through single precision with rounding to nearest and saturation.
+ * For 16u, 16s and 32f the byte steps must be multiples of the element size.
+ * GrayToRGB replicates gray into three channels (C1C4R: fourth = aval).
+ * YCbCr422ToGray takes the luma bytes out of Y0 Cb Y1 Cr groups.
+ */
+ZYL_API ZylStatus zyliRGBToGray_8u_C3C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_8u_AC4C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                          ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_16u_C3C1R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_16u_AC4C1R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst,
+                                           int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_16s_C3C1R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_16s_AC4C1R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst,
+                                           int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_32f_C3C1R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToGray_32f_AC4C1R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst,
+                                           int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliColorToGray_8u_C3C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                           ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_8u_AC4C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                            int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_16u_C3C1R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst,
+                                            int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_16u_AC4C1R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst,
+                                             int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_16s_C3C1R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst,
+                                            int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_16s_AC4C1R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst,
+                                             int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_32f_C3C1R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst,
+                                            int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_32f_AC4C1R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst,
+                                             int dstStep, ZylSize roiSize, const Zyl32f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_64f_C3C1R(const Zyl64f* pSrc, int srcStep, Zyl64f* pDst,
+                                            int dstStep, ZylSize roiSize, const Zyl64f pCoeffs[3]);
+ZYL_API ZylStatus zyliColorToGray_64f_AC4C1R(const Zyl64f* pSrc, int srcStep, Zyl64f* pDst,
+                                             int dstStep, ZylSize roiSize, const Zyl64f pCoeffs[3]);
+ZYL_API ZylStatus zyliGrayToRGB_8u_C1C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliGrayToRGB_8u_C1C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                         ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliGrayToRGB_16u_C1C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliGrayToRGB_16u_C1C4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst,
+                                          int dstStep, ZylSize roiSize, Zyl16u aval);
+ZYL_API ZylStatus zyliGrayToRGB_32f_C1C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst,
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliGrayToRGB_32f_C1C4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst,
+                                          int dstStep, ZylSize roiSize, Zyl32f aval);
+ZYL_API ZylStatus zyliYCbCr422ToGray_8u_C2C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                              int dstStep, ZylSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif
