@@ -13,6 +13,8 @@
 
 #include <hwy/highway.h>
 
+#include <type_traits>
+
 #include "src/core/layout.h"
 
 // The one-lane fallback targets run the per-pixel definition over the whole
@@ -144,7 +146,63 @@ HWY_INLINE VU Carry16(DU du, VU a, VU b) {
   return hn::VecFromMask(du, hn::Ne(hn::SaturatedAdd(a, b), hn::Add(a, b)));
 }
 
+// floor((x0 * K0 + x1 * K1 + ... + C) / 65536), exactly, for int16 lanes x
+// and any 32-bit constants: the 16.16 fixed-point dot product of a 3x3
+// colour matrix row, in lanes half as wide as the products. Each K splits as
+// 65536 q + r with r in [-32768, 32767], so x K = 65536 x q + x r; the signed
+// high halves of the x r are summed with x q and C's high part, and their
+// unsigned low halves with C's low part, counting the carries out of 16 bits.
+// Exact whenever the true result fits in int16.
+template <int32_t C, int32_t... K, class D, class... V>
+HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
+  const hn::RebindToUnsigned<D> du;
+  hn::Vec<D> hi = hn::Set(d, static_cast<int16_t>(C >> 16));
+  hn::Vec<decltype(du)> lo = hn::Set(du, static_cast<uint16_t>(C & 0xFFFF));
+  hn::Vec<decltype(du)> carries = hn::Zero(du);  // -1 per carry
+  auto term = [&](auto k, hn::Vec<D> v) {
+    constexpr int32_t kK = decltype(k)::value;
+    constexpr int16_t kR = static_cast<int16_t>(kK & 0xFFFF);
+    constexpr int32_t kQ = (kK - kR) / 65536;
+    if constexpr (kQ == 1) {
+      hi = hn::Add(hi, v);
+    } else if constexpr (kQ == -1) {
+      hi = hn::Sub(hi, v);
+    } else if constexpr (kQ == 2) {
+      hi = hn::Add(hi, hn::Add(v, v));
+    } else if constexpr (kQ != 0) {
+      hi = hn::Add(hi, hn::Mul(v, hn::Set(d, static_cast<int16_t>(kQ))));
+    }
+    if constexpr (kR != 0) {
+      const hn::Vec<D> kv = hn::Set(d, kR);
+      hi = hn::Add(hi, hn::MulHigh(v, kv));
+      const auto l = hn::BitCast(du, hn::Mul(v, kv));
+      carries = hn::Add(carries, Carry16(du, lo, l));
+      lo = hn::Add(lo, l);
+    }
+  };
+  (term(std::integral_constant<int32_t, K>{}, x), ...);
+  return hn::Sub(hi, hn::BitCast(d, carries));
+}
+
 #endif  // ZYL_SIMD
+
+// An op whose first and third outputs trade places: BGR where the op makes
+// RGB.
+template <class Op>
+struct SwapOuter : Op {
+  void Pixel(const uint8_t in[4], uint8_t out[4]) const {
+    Op::Pixel(in, out);
+    const uint8_t t = out[0];
+    out[0] = out[2];
+    out[2] = t;
+  }
+#if ZYL_SIMD
+  template <class D8, class V8>
+  HWY_INLINE void Vec(D8 d8, V8 a, V8 b, V8 c, V8& x, V8& y, V8& z) const {
+    Op::Vec(d8, a, b, c, z, y, x);
+  }
+#endif
+};
 
 // One row of an 8-bit three-channel conversion. Op supplies Pixel (the exact
 // per-pixel definition) and Vec (the same arithmetic on full 8-bit vectors,
