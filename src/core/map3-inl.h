@@ -149,10 +149,72 @@ HWY_INLINE VU Carry16(DU du, VU a, VU b) {
 // floor((x0 * K0 + x1 * K1 + ... + C) / 65536), exactly, for int16 lanes x
 // and any 32-bit constants: the 16.16 fixed-point dot product of a 3x3
 // colour matrix row, in lanes half as wide as the products. Each K splits as
-// 65536 q + r with r in [-32768, 32767], so x K = 65536 x q + x r; the signed
-// high halves of the x r are summed with x q and C's high part, and their
+// 65536 q + r with r in [-32768, 32767], so x K = 65536 x q + x r, and the
+// result is the sum of the x q plus floor((sum of x r + C) / 65536).
+// Exact whenever the true result fits in int16 and the x r sum in int32.
+template <int32_t K>
+struct Split16 {
+  static constexpr int16_t kR = static_cast<int16_t>(K & 0xFFFF);
+  static constexpr int32_t kQ = (K - kR) / 65536;
+};
+
+template <int32_t kQ, class D, class V = hn::Vec<D>>
+HWY_INLINE V AddTimes(D d, V acc, V v) {
+  if constexpr (kQ == 1) return hn::Add(acc, v);
+  if constexpr (kQ == -1) return hn::Sub(acc, v);
+  if constexpr (kQ == 2) return hn::Add(acc, hn::Add(v, v));
+  if constexpr (kQ != 0 && kQ != 1 && kQ != -1 && kQ != 2) {
+    return hn::Add(acc, hn::Mul(v, hn::Set(d, static_cast<int16_t>(kQ))));
+  }
+  return acc;
+}
+
+// ZYL_PORTABLE_DOT selects the portable form on x86 too, so that it can be
+// tested there.
+#if HWY_ARCH_X86 && !defined(ZYL_PORTABLE_DOT)
+// In-block narrowing of int32 to int16 with signed saturation, the inverse
+// of ZipLower/ZipUpper inside each 128-bit block.
+template <class D32>
+HWY_INLINE hn::Vec<hn::Repartition<int16_t, D32>> Narrow32(D32 /*d32*/, hn::Vec<D32> lo,
+                                                           hn::Vec<D32> hi) {
+  using V16 = hn::Vec<hn::Repartition<int16_t, D32>>;
+  if constexpr (sizeof(lo.raw) == 16) return V16{_mm_packs_epi32(lo.raw, hi.raw)};
+#if HWY_TARGET <= HWY_AVX2
+  if constexpr (sizeof(lo.raw) == 32) return V16{_mm256_packs_epi32(lo.raw, hi.raw)};
+#endif
+#if HWY_TARGET <= HWY_AVX3
+  if constexpr (sizeof(lo.raw) == 64) return V16{_mm512_packs_epi32(lo.raw, hi.raw)};
+#endif
+}
+
+// On x86 the x r are summed pairwise by the 16x16 -> 32-bit multiply-add
+// (inputs interleaved two by two), the constant added and the sum shifted
+// in 32-bit lanes.
+template <int32_t C, int32_t... K, class D, class... V>
+HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
+  const hn::Repartition<int32_t, D> d32;
+  const hn::Vec<D> xs[] = {x...};
+  constexpr int16_t kRs[] = {Split16<K>::kR...};
+  constexpr int kN = sizeof...(K);
+  auto lo = hn::Set(d32, C), hi = hn::Set(d32, C), unused = hn::Zero(d32);
+  for (int i = 0; i < kN; i += 2) {
+    const hn::Vec<D> xb = i + 1 < kN ? xs[i + 1] : xs[i];
+    const int16_t rb = i + 1 < kN ? kRs[i + 1] : 0;
+    const auto k = hn::BitCast(
+        d, hn::Set(d32, static_cast<int32_t>((static_cast<uint32_t>(static_cast<uint16_t>(rb)) << 16) |
+                                             static_cast<uint16_t>(kRs[i]))));
+    lo = hn::ReorderWidenMulAccumulate(d32, hn::BitCast(d, hn::ZipLower(d32, xs[i], xb)), k, lo,
+                                       unused);
+    hi = hn::ReorderWidenMulAccumulate(d32, hn::BitCast(d, hn::ZipUpper(d32, xs[i], xb)), k, hi,
+                                       unused);
+  }
+  hn::Vec<D> sum = Narrow32(d32, hn::ShiftRight<16>(lo), hn::ShiftRight<16>(hi));
+  ((sum = AddTimes<Split16<K>::kQ>(d, sum, x)), ...);
+  return sum;
+}
+#else
+// Elsewhere the signed high halves of the x r are summed directly and their
 // unsigned low halves with C's low part, counting the carries out of 16 bits.
-// Exact whenever the true result fits in int16.
 template <int32_t C, int32_t... K, class D, class... V>
 HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
   const hn::RebindToUnsigned<D> du;
@@ -160,18 +222,8 @@ HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
   hn::Vec<decltype(du)> lo = hn::Set(du, static_cast<uint16_t>(C & 0xFFFF));
   hn::Vec<decltype(du)> carries = hn::Zero(du);  // -1 per carry
   auto term = [&](auto k, hn::Vec<D> v) {
-    constexpr int32_t kK = decltype(k)::value;
-    constexpr int16_t kR = static_cast<int16_t>(kK & 0xFFFF);
-    constexpr int32_t kQ = (kK - kR) / 65536;
-    if constexpr (kQ == 1) {
-      hi = hn::Add(hi, v);
-    } else if constexpr (kQ == -1) {
-      hi = hn::Sub(hi, v);
-    } else if constexpr (kQ == 2) {
-      hi = hn::Add(hi, hn::Add(v, v));
-    } else if constexpr (kQ != 0) {
-      hi = hn::Add(hi, hn::Mul(v, hn::Set(d, static_cast<int16_t>(kQ))));
-    }
+    constexpr int16_t kR = Split16<decltype(k)::value>::kR;
+    hi = AddTimes<Split16<decltype(k)::value>::kQ>(d, hi, v);
     if constexpr (kR != 0) {
       const hn::Vec<D> kv = hn::Set(d, kR);
       hi = hn::Add(hi, hn::MulHigh(v, kv));
@@ -183,6 +235,7 @@ HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
   (term(std::integral_constant<int32_t, K>{}, x), ...);
   return hn::Sub(hi, hn::BitCast(d, carries));
 }
+#endif
 
 #endif  // ZYL_SIMD
 
