@@ -1,1 +1,556 @@
-// (family under construction)
+// RGB <-> YCbCr at full resolution (BT.601 studio range; BT.709 for the two 709CSC inverses):
+// the fourteen exports against hand-worked values and against a per-pixel reference written
+// from the defining formulas, on every target, at widths around each target's vector block,
+// with padded, negative, zero and contiguous steps and the alpha rules; exhaustively over all
+// 2^24 inputs; and round trips that bound what the studio-range pairs lose.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "include/zylcc.h"
+#include "src/core/dispatch.h"
+#include "tests/support/arg_check.h"
+#include "tests/support/generators.h"
+#include "tests/support/guarded_image.h"
+#include "tests/support/targets.h"
+
+namespace zyl::test {
+namespace {
+
+using Img = GuardedImage<Zyl8u>;
+using Px = std::array<uint8_t, 3>;
+
+// ------------------------------------------------------------ reference --
+
+// floor(v / 2^bits): the arithmetic right shift of the definition, spelled out so the
+// reference does not lean on how the compiler shifts negative values.
+int64_t Shr(int64_t v, int bits) {
+  const int64_t d = int64_t{1} << bits;
+  return v >= 0 ? v / d : -((-v + d - 1) / d);
+}
+uint8_t Clamp(int64_t v) { return static_cast<uint8_t>(std::clamp<int64_t>(v, 0, 255)); }
+
+// BT.601 forward: rounded, never clamped (the chroma bytes are the low 8 bits of the sum).
+Px RgbToYcbcrRef(Px in) {
+  const int64_t r = in[0], g = in[1], b = in[2];
+  return {static_cast<uint8_t>(Shr(16843 * r + 33030 * g + 6423 * b + 1081344, 16)),
+          static_cast<uint8_t>(Shr(-9699 * r - 19071 * g + 28770 * b + 8421376, 16)),
+          static_cast<uint8_t>(Shr(28770 * r - 24117 * g - 4653 * b + 8421376, 16))};
+}
+
+// Inverse chroma weights in 16.16 (G's two are subtracted); the luma scale 1.164 and its
+// offset 16 x 76284 are shared by both matrices.
+struct InverseWeights {
+  int64_t r_cr, g_cb, g_cr, b_cb;
+};
+constexpr InverseWeights kBt601{104595, 25690, 53281, 132186};  // 1.596 0.392 0.813 2.017
+constexpr InverseWeights kBt709{117506, 13959, 34931, 138412};  // 1.793 0.213 0.533 2.112
+
+// Inverse: no rounding term, every channel truncates toward minus infinity, then clamps.
+Px YcbcrToRgbRef(Px in, const InverseWeights& w) {
+  const int64_t y = int64_t{in[0]} * 76284 - 1220544, cb = in[1] - 128, cr = in[2] - 128;
+  return {Clamp(Shr(y + cr * w.r_cr, 16)), Clamp(Shr(y - cb * w.g_cb - cr * w.g_cr, 16)),
+          Clamp(Shr(y + cb * w.b_cb, 16))};
+}
+
+Px Reversed(Px p) { return {p[2], p[1], p[0]}; }
+Px Ycbcr601ToRgb(Px in) { return YcbcrToRgbRef(in, kBt601); }
+Px Ycbcr709ToBgr(Px in) { return Reversed(YcbcrToRgbRef(in, kBt709)); }
+
+// ------------------------------------------------------- export adapters --
+
+enum class Kind { kForward, kInverse601, kInverse709 };
+
+enum class Alpha {
+  kNone,      // three channels or three planes
+  kKept,      // AC4R: the destination's fourth bytes are never written
+  kDropped,   // AC4P3R: the source alpha goes nowhere; a fourth plane, if any, stays as it was
+  kArgument,  // P3C4R: the fourth channel receives the alpha argument
+};
+
+struct YcbcrExport {
+  ExportRow row;
+  Kind kind;
+  bool bgr;  // destination in B, G, R order
+  Format src, dst;
+  Alpha alpha;
+};
+
+void PrintTo(const YcbcrExport& e, std::ostream* os) { *os << e.row.name; }
+
+YcbcrExport Row(const char* name, Kind kind, bool bgr, Format src, Format dst, Alpha alpha,
+                ArgCallFn call) {
+  auto slot = [](Format f) { return f.planes > 1 ? Planes(3) : Image(f.channels); };
+  return {ExportRow(name, {slot(src), slot(dst)}, call), kind, bgr, src, dst, alpha};
+}
+
+// Planar sides take the plane array and ONE step shared by the three planes; the two sides'
+// steps differ in most tests, so a plane walked with the other side's step shows up.
+template <auto F>
+ZylStatus Interleaved(const ArgCall& a) {
+  return F(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1), a.size);
+}
+template <auto F>
+ZylStatus ToPlanes(const ArgCall& a) {
+  return F(a.Ptr<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1), a.Step(1), a.size);
+}
+template <auto F>
+ZylStatus PlanesToPlanes(const ArgCall& a) {
+  return F(a.Planes<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1), a.Step(1), a.size);
+}
+template <auto F>
+ZylStatus FromPlanes(const ArgCall& a) {
+  return F(a.Planes<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1), a.size);
+}
+template <auto F>
+ZylStatus FromPlanesAlpha(const ArgCall& a) {
+  return F(a.Planes<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1), a.size,
+           static_cast<Zyl8u>(a.param));
+}
+
+const YcbcrExport kExports[] = {
+    Row("zyliRGBToYCbCr_8u_C3R", Kind::kForward, false, kC3, kC3, Alpha::kNone,
+        Interleaved<zyliRGBToYCbCr_8u_C3R>),
+    Row("zyliRGBToYCbCr_8u_AC4R", Kind::kForward, false, kC4, kC4, Alpha::kKept,
+        Interleaved<zyliRGBToYCbCr_8u_AC4R>),
+    Row("zyliRGBToYCbCr_8u_C3P3R", Kind::kForward, false, kC3, kP3, Alpha::kNone,
+        ToPlanes<zyliRGBToYCbCr_8u_C3P3R>),
+    // Written into four guarded planes: the fourth must come back untouched.
+    Row("zyliRGBToYCbCr_8u_AC4P3R", Kind::kForward, false, kC4, kP4, Alpha::kDropped,
+        ToPlanes<zyliRGBToYCbCr_8u_AC4P3R>),
+    Row("zyliRGBToYCbCr_8u_P3R", Kind::kForward, false, kP3, kP3, Alpha::kNone,
+        PlanesToPlanes<zyliRGBToYCbCr_8u_P3R>),
+    Row("zyliYCbCrToRGB_8u_C3R", Kind::kInverse601, false, kC3, kC3, Alpha::kNone,
+        Interleaved<zyliYCbCrToRGB_8u_C3R>),
+    Row("zyliYCbCrToRGB_8u_AC4R", Kind::kInverse601, false, kC4, kC4, Alpha::kKept,
+        Interleaved<zyliYCbCrToRGB_8u_AC4R>),
+    Row("zyliYCbCrToRGB_8u_P3C3R", Kind::kInverse601, false, kP3, kC3, Alpha::kNone,
+        FromPlanes<zyliYCbCrToRGB_8u_P3C3R>),
+    Row("zyliYCbCrToRGB_8u_P3C4R", Kind::kInverse601, false, kP3, kC4, Alpha::kArgument,
+        FromPlanesAlpha<zyliYCbCrToRGB_8u_P3C4R>),
+    Row("zyliYCbCrToRGB_8u_P3R", Kind::kInverse601, false, kP3, kP3, Alpha::kNone,
+        PlanesToPlanes<zyliYCbCrToRGB_8u_P3R>),
+    Row("zyliYCbCrToBGR_8u_P3C3R", Kind::kInverse601, true, kP3, kC3, Alpha::kNone,
+        FromPlanes<zyliYCbCrToBGR_8u_P3C3R>),
+    Row("zyliYCbCrToBGR_8u_P3C4R", Kind::kInverse601, true, kP3, kC4, Alpha::kArgument,
+        FromPlanesAlpha<zyliYCbCrToBGR_8u_P3C4R>),
+    Row("zyliYCbCrToBGR_709CSC_8u_P3C3R", Kind::kInverse709, true, kP3, kC3, Alpha::kNone,
+        FromPlanes<zyliYCbCrToBGR_709CSC_8u_P3C3R>),
+    Row("zyliYCbCrToBGR_709CSC_8u_P3C4R", Kind::kInverse709, true, kP3, kC4, Alpha::kArgument,
+        FromPlanesAlpha<zyliYCbCrToBGR_709CSC_8u_P3C4R>),
+};
+
+// The converted pixel in the export's destination order.
+Px Convert(const YcbcrExport& e, Px in) {
+  Px out;
+  switch (e.kind) {
+    case Kind::kForward:
+      out = RgbToYcbcrRef(in);
+      break;
+    case Kind::kInverse601:
+      out = YcbcrToRgbRef(in, kBt601);
+      break;
+    case Kind::kInverse709:
+      out = YcbcrToRgbRef(in, kBt709);
+      break;
+  }
+  return e.bgr ? Reversed(out) : out;
+}
+
+// Runs an export on `src` into `dst` and checks the whole destination memory against
+// `color_of(x, y)` in its first three channels plus the export's alpha rule in the fourth.
+template <class ColorOf>
+bool RunAndCheck(const YcbcrExport& e, const Img& src, Img& dst, Zyl8u aval, ColorOf color_of) {
+  const auto before = dst.Save();
+  const ZylStatus status = CallOnImages(e.row, aval, src, dst);
+  EXPECT_EQ(status, zylStsOk);
+  const ::testing::AssertionResult same =
+      dst.Matches(before, [&](int x, int y, int c) -> std::optional<uint8_t> {
+        if (c < 3) return color_of(x, y)[c];
+        if (e.alpha == Alpha::kArgument) return aval;
+        return std::nullopt;
+      });
+  EXPECT_TRUE(same);
+  return status == zylStsOk && same;
+}
+
+Px Reference(const YcbcrExport& e, const Img& src, int x, int y) {
+  return Convert(e, {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)});
+}
+
+class YcbcrExports : public ::testing::TestWithParam<YcbcrExport> {};
+
+// ---------------------------------------------------------- known answers --
+
+struct Known {
+  Px in, out;  // out in R, G, B (or Y, Cb, Cr) order
+};
+
+// RGB -> YCbCr by hand: Y = (16843R + 33030G + 6423B + 1081344) >> 16,
+// Cb = (-9699R - 19071G + 28770B + 8421376) >> 16, Cr = (28770R - 24117G - 4653B + 8421376) >> 16.
+const Known kToYcbcr[] = {
+    // Black: Y = 1081344 >> 16 = 16.5 -> 16; Cb = Cr = 8421376 >> 16 = 128.5 -> 128.
+    {{0, 0, 0}, {16, 128, 128}},
+    // White: the Y weights sum to 56296; 56296 * 255 + 1081344 = 15436824 = 235 * 65536 +
+    // 35864 -> 235. Both chroma weight sets sum to 0, so Cb = Cr = 128.
+    {{255, 255, 255}, {235, 128, 128}},
+    // Red: Y = 4294965 + 1081344 = 5376309 = 82 * 65536 + 2357 -> 82;
+    // Cb = -2473245 + 8421376 = 5948131 = 90 * 65536 + 49891 -> 90;
+    // Cr = 7336350 + 8421376 = 15757726 = 240 * 65536 + 29086 -> 240 (the top of the range).
+    {{255, 0, 0}, {82, 90, 240}},
+    // Green: Y = 8422650 + 1081344 = 9503994 = 145 * 65536 + 1274 -> 145;
+    // Cb = -4863105 + 8421376 = 3558271 -> 54; Cr = -6149835 + 8421376 = 2271541 -> 34.
+    {{0, 255, 0}, {145, 54, 34}},
+    // Blue: Y = 1637865 + 1081344 = 2719209 = 41 * 65536 + 32233 -> 41;
+    // Cb = 15757726 -> 240; Cr = -1186515 + 8421376 = 7234861 = 110 * 65536 + 25901 -> 110.
+    {{0, 0, 255}, {41, 240, 110}},
+    // (10, 200, 30): Y = 168430 + 6606000 + 192690 + 1081344 = 8048464 -> 122;
+    // Cb = -96990 - 3814200 + 863100 + 8421376 = 5373286 -> 81;
+    // Cr = 287700 - 4823400 - 139590 + 8421376 = 3746086 = 57 * 65536 + 10534 -> 57.
+    {{10, 200, 30}, {122, 81, 57}},
+};
+
+// YCbCr -> RGB by hand: base = 76284Y - 1220544, cb = Cb - 128, cr = Cr - 128; each channel
+// (base + chroma terms) >> 16, truncating, then clamped. BT.601 weights 104595 (Cr on R),
+// 25690 and 53281 (subtracted on G), 132186 (Cb on B).
+const Known kToRgb601[] = {
+    // base = 16 * 76284 - 1220544 = 0.
+    {{16, 128, 128}, {0, 0, 0}},
+    // base = 17926740 - 1220544 = 16706196 = 254 * 65536 + 60052: 254.92 truncates to 254.
+    {{235, 128, 128}, {254, 254, 254}},
+    // Below the studio black: base = -76284 and -1220544, negative -> 0.
+    {{15, 128, 128}, {0, 0, 0}},
+    {{0, 128, 128}, {0, 0, 0}},
+    // cr = 112: R = 16706196 + 11714640 = 28420836 >> 16 = 433 -> 255;
+    // G = 16706196 - 5967472 = 10738724 = 163 * 65536 + 56356 -> 163; B = 254.
+    {{235, 128, 240}, {255, 163, 254}},
+    // base = 6407856, cb = -78, cr = 72: R = 6407856 + 7530840 = 13938696 -> 212;
+    // G = 6407856 + 2003820 - 3836232 = 4575444 = 69 * 65536 + 53460 -> 69;
+    // B = 6407856 - 10310508 < 0 -> 0.
+    {{100, 50, 200}, {212, 69, 0}},
+    // base = 8543808, cb = 72, cr = -68: R = 8543808 - 7112460 = 1431348 -> 21;
+    // G = 8543808 - 1849680 + 3623108 = 10317236 -> 157; B = 8543808 + 9517392 -> 275 -> 255.
+    {{128, 200, 60}, {21, 157, 255}},
+    // Encoded red comes back: base = 5034744, cb = -38, cr = 112: R = 16749384 -> 255;
+    // G = 5034744 + 976220 - 5967472 = 43492 -> 0; B = 5034744 - 5023068 = 11676 -> 0.
+    {{82, 90, 240}, {255, 0, 0}},
+};
+
+// The same by hand with the BT.709 weights 117506 (1.793), 13959 (0.213), 34931 (0.533),
+// 138412 (2.112); the luma scale is the same, so neutral inputs agree with BT.601.
+const Known kToRgb709[] = {
+    {{16, 128, 128}, {0, 0, 0}},
+    {{235, 128, 128}, {254, 254, 254}},
+    {{15, 128, 128}, {0, 0, 0}},
+    {{0, 128, 128}, {0, 0, 0}},
+    // R = 16706196 + 13160672 -> 446 -> 255; G = 16706196 - 3912272 = 12793924 -> 195.
+    {{235, 128, 240}, {255, 195, 254}},
+    // R = 6407856 + 8460432 = 14868288 = 226 * 65536 + 57152 -> 226;
+    // G = 6407856 + 1088802 - 2515032 = 4981626 = 76 * 65536 + 890 -> 76; B < 0 -> 0.
+    {{100, 50, 200}, {226, 76, 0}},
+    // R = 8543808 - 7990408 = 553400 -> 8; G = 8543808 - 1005048 + 2375308 = 9914068 -> 151;
+    // B = 8543808 + 9965664 -> 282 -> 255.
+    {{128, 200, 60}, {8, 151, 255}},
+    // R = 5034744 + 13160672 -> 276 -> 255; G = 5034744 + 530442 - 3912272 = 1652914 -> 25;
+    // B = 5034744 - 5259656 < 0 -> 0.
+    {{82, 90, 240}, {255, 25, 0}},
+};
+
+// The known pixels side by side in a row long enough for two AVX-512 blocks and a tail, so
+// vector body and per-pixel tail both meet each of them.
+TEST_P(YcbcrExports, KnownAnswers) {
+  const YcbcrExport& e = GetParam();
+  const std::vector<Known> table =
+      e.kind == Kind::kForward ? std::vector<Known>(std::begin(kToYcbcr), std::end(kToYcbcr))
+      : e.kind == Kind::kInverse601
+          ? std::vector<Known>(std::begin(kToRgb601), std::end(kToRgb601))
+          : std::vector<Known>(std::begin(kToRgb709), std::end(kToRgb709));
+  std::vector<Px> inputs;
+  for (const Known& k : table) inputs.push_back(k.in);
+  ForEachTarget([&](int) {
+    for (int shift = 0; shift < 2; ++shift) {
+      Img src(131, 2, e.src, {Steps::kPadded, Placement::kHeap, 11});
+      Img dst(131, 2, e.dst, {Steps::kPadded, Placement::kHeap, 12});
+      FillPixels(src, inputs, shift);
+      RunAndCheck(e, src, dst, 0xA7, [&](int x, int y) {
+        const Px out = table[(shift + y * 131 + x) % table.size()].out;
+        return e.bgr ? Reversed(out) : out;
+      });
+    }
+  });
+}
+
+// -------------------------------------------------- reference comparison --
+
+struct StepPlan {
+  Steps src, dst;
+  Placement src_place, dst_place;
+};
+
+// Contiguous, padded, upward-walking and zero steps on either side; sources at a page end
+// catch reads past the region, destinations there catch writes.
+const StepPlan kPlans[] = {
+    {Steps::kPacked, Steps::kPacked, Placement::kPageEnd, Placement::kPageEnd},
+    {Steps::kPadded, Steps::kPadded, Placement::kHeap, Placement::kHeap},
+    {Steps::kNegative, Steps::kPadded, Placement::kPageEnd, Placement::kHeap},
+    {Steps::kPadded, Steps::kNegative, Placement::kHeap, Placement::kPageEnd},
+    {Steps::kZero, Steps::kPadded, Placement::kHeap, Placement::kHeap},
+    {Steps::kPadded, Steps::kZero, Placement::kHeap, Placement::kHeap},
+};
+
+// 1..40 covers one block and its neighbours for SSE4 (16) and AVX2 (32); 63..65 and
+// 127..129 do it for AVX-512 (64) and two of its blocks.
+std::vector<int> Widths() {
+  std::vector<int> w;
+  for (int i = 1; i <= 40; ++i) w.push_back(i);
+  for (int i : {63, 64, 65, 127, 128, 129}) w.push_back(i);
+  return w;
+}
+
+// Random sources include random source alpha (AC4R, AC4P3R); the alpha argument changes
+// from call to call, so a P3C4R that writes a fixed value cannot pass.
+TEST_P(YcbcrExports, MatchesReferenceOnRandomImages) {
+  const YcbcrExport& e = GetParam();
+  ForEachTarget([&](int) {
+    uint32_t seed = 1;
+    for (const StepPlan& plan : kPlans) {
+      for (int height : {1, 3, 7}) {
+        for (int width : Widths()) {
+          SCOPED_TRACE(::testing::Message()
+                       << width << "x" << height << " src " << StepsName(plan.src) << " dst "
+                       << StepsName(plan.dst));
+          Img src(width, height, e.src, {plan.src, plan.src_place, ++seed});
+          Img dst(width, height, e.dst, {plan.dst, plan.dst_place, ++seed});
+          FillRandom(src, seed);
+          if (!RunAndCheck(e, src, dst, static_cast<Zyl8u>(seed * 37),
+                           [&](int x, int y) { return Reference(e, src, x, y); })) {
+            return;  // one report per target is enough
+          }
+        }
+      }
+    }
+  });
+}
+
+// Range ends and the chroma midpoint in every combination: all the clamps of the inverse.
+TEST_P(YcbcrExports, MatchesReferenceOnExtremes) {
+  const YcbcrExport& e = GetParam();
+  const std::vector<Px> extremes = ExtremeTriples8u();
+  ForEachTarget([&](int) {
+    Img src(129, 5, e.src, {Steps::kPadded, Placement::kHeap, 3});
+    Img dst(129, 5, e.dst, {Steps::kNegative, Placement::kHeap, 4});
+    FillPixels(src, extremes);
+    RunAndCheck(e, src, dst, 0x5C, [&](int x, int y) { return Reference(e, src, x, y); });
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Ycbcr, YcbcrExports, ::testing::ValuesIn(kExports),
+                         [](const ::testing::TestParamInfo<YcbcrExport>& info) {
+                           return info.param.row.name;
+                         });
+
+// ------------------------------------------------------------ exhaustive --
+
+// Every possible 8-bit triple once, as a 4096 x 4096 image whose pixel i holds
+// (i >> 16, (i >> 8) & 255, i & 255), both interleaved and as three planes.
+struct AllTriples {
+  static constexpr int kSide = 4096;
+  static constexpr size_t kCount = size_t{1} << 24;
+
+  AllTriples() : interleaved(3 * kCount), planes(3 * kCount) {
+    for (size_t i = 0; i < kCount; ++i) {
+      const Px p = At(i);
+      for (size_t c = 0; c < 3; ++c) interleaved[3 * i + c] = planes[c * kCount + i] = p[c];
+    }
+  }
+  static Px At(size_t i) {
+    return {static_cast<uint8_t>(i >> 16), static_cast<uint8_t>(i >> 8), static_cast<uint8_t>(i)};
+  }
+  std::array<const Zyl8u*, 3> Planes() const {
+    return {&planes[0], &planes[kCount], &planes[2 * kCount]};
+  }
+
+  std::vector<uint8_t> interleaved, planes;
+};
+
+const AllTriples& Triples() {
+  static const AllTriples* const kTriples = new AllTriples;
+  return *kTriples;
+}
+
+// Runs `convert` (source triples -> 3-channel interleaved destination of 2^24 pixels) on each
+// target and compares every byte with the reference.
+void Exhaustive(const char* what, Px (*reference)(Px),
+                const std::function<ZylStatus(const AllTriples&, Zyl8u*)>& convert) {
+  const AllTriples& all = Triples();
+  std::vector<uint8_t> want(3 * AllTriples::kCount), got(want.size());
+  for (size_t i = 0; i < AllTriples::kCount; ++i) {
+    const Px out = reference(AllTriples::At(i));
+    std::copy(out.begin(), out.end(), &want[3 * i]);
+  }
+  ForEachTarget([&](int target) {
+    std::fill(got.begin(), got.end(), uint8_t{0x5A});
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(convert(all, got.data()), zylStsOk);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    std::printf("[ timing   ] %s, all 2^24 pixels, %s: %.3f s\n", what, TargetName(target),
+                took.count());
+    const auto bad = std::mismatch(got.begin(), got.end(), want.begin());
+    if (bad.first != got.end()) {
+      const size_t i = static_cast<size_t>(bad.first - got.begin()) / 3;
+      const Px in = AllTriples::At(i);
+      ADD_FAILURE() << what << ": input (" << int{in[0]} << ", " << int{in[1]} << ", " << int{in[2]}
+                    << ") expected (" << int{want[3 * i]} << ", " << int{want[3 * i + 1]} << ", "
+                    << int{want[3 * i + 2]} << ") got (" << int{got[3 * i]} << ", "
+                    << int{got[3 * i + 1]} << ", " << int{got[3 * i + 2]} << ")";
+    }
+  });
+}
+
+constexpr ZylSize kAllSize{AllTriples::kSide, AllTriples::kSide};
+constexpr int kSide3 = 3 * AllTriples::kSide;
+
+TEST(YcbcrExhaustive, EveryRgbTriple) {
+  Exhaustive("zyliRGBToYCbCr_8u_C3R", RgbToYcbcrRef, [](const AllTriples& all, Zyl8u* dst) {
+    return zyliRGBToYCbCr_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
+  });
+}
+
+TEST(YcbcrExhaustive, EveryYcbcrTripleBt601) {
+  Exhaustive("zyliYCbCrToRGB_8u_P3C3R", Ycbcr601ToRgb, [](const AllTriples& all, Zyl8u* dst) {
+    return zyliYCbCrToRGB_8u_P3C3R(all.Planes().data(), AllTriples::kSide, dst, kSide3, kAllSize);
+  });
+}
+
+TEST(YcbcrExhaustive, EveryYcbcrTripleBt709) {
+  Exhaustive("zyliYCbCrToBGR_709CSC_8u_P3C3R", Ycbcr709ToBgr,
+             [](const AllTriples& all, Zyl8u* dst) {
+               return zyliYCbCrToBGR_709CSC_8u_P3C3R(all.Planes().data(), AllTriples::kSide, dst,
+                                                     kSide3, kAllSize);
+             });
+}
+
+// ------------------------------------------------------------ round trips --
+
+// Decoded minus original, per channel (R, G, B), over all 2^24 colors.
+struct ChannelErrors {
+  std::array<int, 3> lo{}, hi{};
+  std::array<double, 3> mean{}, mean_abs{};
+};
+
+ChannelErrors Measure(const std::vector<uint8_t>& rgb_back) {
+  ChannelErrors e;
+  std::array<int64_t, 3> sum{}, sum_abs{};
+  for (size_t i = 0; i < AllTriples::kCount; ++i) {
+    const Px in = AllTriples::At(i);
+    for (int c = 0; c < 3; ++c) {
+      const int d = rgb_back[3 * i + c] - in[c];
+      e.lo[c] = std::min(e.lo[c], d);
+      e.hi[c] = std::max(e.hi[c], d);
+      sum[c] += d;
+      sum_abs[c] += d < 0 ? -d : d;
+    }
+  }
+  for (int c = 0; c < 3; ++c) {
+    e.mean[c] = static_cast<double>(sum[c]) / AllTriples::kCount;
+    e.mean_abs[c] = static_cast<double>(sum_abs[c]) / AllTriples::kCount;
+  }
+  return e;
+}
+
+// Checks the measured errors against bounds and predicted means worked out below.
+void ExpectErrors(const char* what, const ChannelErrors& e, std::array<int, 3> lo,
+                  std::array<int, 3> hi, std::array<double, 3> mean) {
+  static const char kNames[] = "RGB";
+  for (int c = 0; c < 3; ++c) {
+    SCOPED_TRACE(::testing::Message() << what << " channel " << kNames[c]);
+    std::printf("[ roundtrip] %s %c: error %+d..%+d, mean %+.3f (predicted %+.3f), mean |e| %.3f\n",
+                what, kNames[c], e.lo[c], e.hi[c], e.mean[c], mean[c], e.mean_abs[c]);
+    EXPECT_GE(e.lo[c], lo[c]);
+    EXPECT_LE(e.hi[c], hi[c]);
+    // The predictions assume evenly spread fractional parts; clamping at the cube's faces
+    // and the small matrix mismatch move the mean by a few hundredths at most.
+    EXPECT_NEAR(e.mean[c], mean[c], 0.1);
+  }
+}
+
+// Per-pixel BT.709 studio-range encoder: the 2x2-block formulas of the 4:2:0 709CSC encoders
+// fed one repeated pixel, so each block sum is 4 times the pixel. Their chroma rounding term
+// 0x8000 is an eighth of a unit at the >> 18 scale (not a half), so chroma rounds as
+// floor(c + 1/8): its error lies in (-7/8, 1/8], on average -3/8.
+Px RgbToYcbcr709Ref(Px in) {
+  const int64_t r = in[0], g = in[1], b = in[2];
+  return {static_cast<uint8_t>(Shr(11993 * r + 40239 * g + 4063 * b + 0x108000, 16)),
+          static_cast<uint8_t>(Shr(4 * (-6619 * r - 22151 * g + 28770 * b) + 0x2008000, 18)),
+          static_cast<uint8_t>(Shr(4 * (28770 * r - 26149 * g - 2621 * b) + 0x2008000, 18))};
+}
+
+// Why the bounds. Write the decoded channel before its truncation as v = T + m + sum of
+// w_k e_k: T the original value, e_k the encoder's rounding error of Y, Cb, Cr and w_k the
+// inverse weight multiplying it (1.164 for Y); m = (inverse matrix x forward matrix - I) RGB,
+// the mismatch of two independently rounded 3-decimal matrices, linear in RGB so extreme at
+// the cube's corners. The output is floor(v), clamped (the clamp only moves it toward T, which
+// lies in 0..255), so the error lies in [floor(min(v - T)), floor(max(v - T))] and averages
+// about E[m] + sum w_k E[e_k] - 1/2 (truncation).
+//
+// BT.709: corner values of m: R -0.182..+0.149, G -0.170..+0.137, B -0.249..+0.215 (e.g. at
+// white m = 255 (56295 x 76284 / 2^32 - 1) = -0.033; worked per corner with the weights above).
+// e_Y in (-1/2, 1/2], e_C in (-7/8, 1/8].
+//   R: v - T in [-0.182 - 0.582 - 1.793 x 7/8, 0.149 + 0.582 + 1.793 / 8] = [-2.33, 0.96]
+//      -> error -3..0, mean -1/2 - 1.793 x 3/8 = -1.17.
+//   G: w = 1.164, -0.213, -0.533: [-0.170 - 0.582 - 0.746 / 8, 0.137 + 0.582 + 0.746 x 7/8]
+//      = [-0.85, 1.37] -> error -1..1, mean -1/2 + 0.746 x 3/8 = -0.22.
+//   B: [-0.249 - 0.582 - 2.112 x 7/8, 0.215 + 0.582 + 2.112 / 8] = [-2.68, 1.06]
+//      -> error -3..1, mean -1/2 - 2.112 x 3/8 = -1.29.
+TEST(YcbcrRoundTrip, Bt709StudioPairOverAllColors) {
+  constexpr size_t kN = AllTriples::kCount;
+  std::vector<uint8_t> planes(3 * kN), bgr(3 * kN);
+  for (size_t i = 0; i < kN; ++i) {
+    const Px ycc = RgbToYcbcr709Ref(AllTriples::At(i));
+    for (size_t c = 0; c < 3; ++c) planes[c * kN + i] = ycc[c];
+  }
+  const Zyl8u* const src[3] = {&planes[0], &planes[kN], &planes[2 * kN]};
+  ASSERT_EQ(zyliYCbCrToBGR_709CSC_8u_P3C3R(src, AllTriples::kSide, bgr.data(), kSide3, kAllSize),
+            zylStsOk);
+  for (size_t i = 0; i < kN; ++i) std::swap(bgr[3 * i], bgr[3 * i + 2]);  // now R, G, B
+  ExpectErrors("BT.709 per-pixel encoder + zyliYCbCrToBGR_709CSC_8u_P3C3R", Measure(bgr),
+               {-3, -1, -3}, {0, 1, 1}, {-1.17, -0.22, -1.29});
+}
+
+// BT.601: corner values of m: R -0.224..+0.195, G -0.095..+0.067, B -0.194..+0.165 (at
+// white m = 255 (56296 x 76284 / 2^32 - 1) = -0.029). The forward rounds every channel by a
+// half, so every e_k lies in (-1/2, 1/2] and averages 0.
+//   R: +-(0.582 + 1.596 / 2) plus m = [-1.60, 1.58] -> error -2..1;
+//   G: +-(0.582 + 0.392 / 2 + 0.813 / 2) plus m = [-1.28, 1.25] -> error -2..1;
+//   B: +-(0.582 + 2.017 / 2) plus m = [-1.78, 1.76] -> error -2..1;
+// each averaging the truncation's -1/2 (E[m] at mid-gray is -0.01). The BT.709 pair differs
+// mainly by its encoder's chroma rounding, which pulls R and B down by a further 0.7 to 0.8.
+TEST(YcbcrRoundTrip, Bt601StudioPairOverAllColors) {
+  const AllTriples& all = Triples();
+  std::vector<uint8_t> ycc(3 * AllTriples::kCount), rgb(3 * AllTriples::kCount);
+  ASSERT_EQ(zyliRGBToYCbCr_8u_C3R(all.interleaved.data(), kSide3, ycc.data(), kSide3, kAllSize),
+            zylStsOk);
+  ASSERT_EQ(zyliYCbCrToRGB_8u_C3R(ycc.data(), kSide3, rgb.data(), kSide3, kAllSize), zylStsOk);
+  ExpectErrors("BT.601 zyliRGBToYCbCr_8u_C3R + zyliYCbCrToRGB_8u_C3R", Measure(rgb), {-2, -2, -2},
+               {1, 1, 1}, {-0.5, -0.5, -0.5});
+}
+
+// ------------------------------------------------------- argument checks --
+
+std::vector<ExportRow> ArgRows() {
+  std::vector<ExportRow> rows;
+  for (const YcbcrExport& e : kExports) rows.push_back(e.row);
+  return rows;
+}
+
+INSTANTIATE_TEST_SUITE_P(Ycbcr, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+
+}  // namespace
+}  // namespace zyl::test

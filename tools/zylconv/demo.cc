@@ -61,11 +61,13 @@ std::string JoinExports(const std::vector<std::string>& exports) {
 }
 
 // "zyliRGBToYUV_8u_C3P3R" -> "C3P3R": the layout tells the routes of one
-// format apart in a file name.
+// format apart in a file name; exports of the same layout that take or give
+// B, G, R order ("zyliYCbCrToBGR_8u_P3C3R" -> "bgrP3C3R") are marked too.
 std::string LayoutSuffixes(const std::vector<std::string>& exports) {
   std::string s;
   for (const std::string& e : exports) {
-    s += (s.empty() ? "" : "-") + e.substr(e.rfind('_') + 1);
+    const std::string order = e.find("BGR") != std::string::npos ? "bgr" : "";
+    s += (s.empty() ? "" : "-") + order + e.substr(e.rfind('_') + 1);
   }
   return s.empty() ? "repack" : s;
 }

@@ -62,6 +62,30 @@ const std::vector<Format>& Formats() {
        {{1}, {1}, {1}, {1}},
        {{EncodeAC4P4(ZYLCONV_EXPORT(zyliRGBToYUV_8u_AC4P4R)),
          DecodeP3C3(ZYLCONV_EXPORT(zyliYUVToRGB_8u_P3C3R))}}},
+      // Every route of a YCbCr format runs the same BT.601 studio-range arithmetic, whichever
+      // layout or channel order the exports take, so they must write and read the same bytes.
+      {"ycbcr",
+       "raw YCbCr 4:4:4 interleaved, BT.601 studio range: Y, Cb, Cr",
+       Container::kRaw,
+       {{3}},
+       {{EncodeC3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_C3R)),
+         DecodeC3(ZYLCONV_EXPORT(zyliYCbCrToRGB_8u_C3R))},
+        {EncodeAC4(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_AC4R)),
+         DecodeAC4(ZYLCONV_EXPORT(zyliYCbCrToRGB_8u_AC4R))}}},
+      {"ycbcr444p",
+       "raw planar YCbCr 4:4:4, BT.601 studio range: Y plane, Cb plane, Cr plane",
+       Container::kRaw,
+       {{1}, {1}, {1}},
+       {{EncodeC3P3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_C3P3R)),
+         DecodeP3C3(ZYLCONV_EXPORT(zyliYCbCrToRGB_8u_P3C3R))},
+        {EncodeP3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_P3R)),
+         DecodeP3(ZYLCONV_EXPORT(zyliYCbCrToRGB_8u_P3R))},
+        {EncodeAC4P3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_AC4P3R)),
+         DecodeP3C4(ZYLCONV_EXPORT(zyliYCbCrToRGB_8u_P3C4R))},
+        {EncodeC3P3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_C3P3R)),
+         DecodeP3C3Bgr(ZYLCONV_EXPORT(zyliYCbCrToBGR_8u_P3C3R))},
+        {EncodeAC4P3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_AC4P3R)),
+         DecodeP3C4Bgr(ZYLCONV_EXPORT(zyliYCbCrToBGR_8u_P3C4R))}}},
   };
   return formats;
 }

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace zylconv {
@@ -90,6 +91,37 @@ void MergePlanes(const std::vector<uint8_t>& planes, Picture& pic) {
 
 int Step(int width, int channels) { return width * channels; }
 
+// Pixels of B, G, R (and A) into the hub's R, G, B (and alpha).
+void BgrToHub(const std::vector<uint8_t>& bgr, int channels, Picture& pic) {
+  const size_t n = pic.Pixels();
+  if (channels == 4) pic.alpha.resize(n);
+  for (size_t i = 0; i < n; ++i) {
+    const uint8_t* px = &bgr[i * channels];
+    pic.rgb[i * 3] = px[2];
+    pic.rgb[i * 3 + 1] = px[1];
+    pic.rgb[i * 3 + 2] = px[0];
+    if (channels == 4) pic.alpha[i] = px[3];
+  }
+}
+
+// A planar decoder's output at `channels` bytes a pixel; exports that take an alpha
+// argument write 255 (opaque) into the fourth.
+template <class Fn>
+std::vector<uint8_t> RunPlanarDecoder(const Export<Fn>& e, const RawImage& raw, const Picture& pic,
+                                      int channels, CallRunner& runner) {
+  Require(FullResolutionPlanes(raw, 3), "a planar decoder", e.name);
+  std::vector<uint8_t> out(pic.Pixels() * channels);
+  const Zyl8u* const src[3] = {raw.Plane(0), raw.Plane(1), raw.Plane(2)};
+  runner.Call(e.name, [&] {
+    if constexpr (std::is_same_v<Fn, PlanarToInterleavedAlphaFn>) {
+      return e.fn(src, raw.Step(0), out.data(), Step(pic.width, channels), pic.Size(), 255);
+    } else {
+      return e.fn(src, raw.Step(0), out.data(), Step(pic.width, channels), pic.Size());
+    }
+  });
+  return out;
+}
+
 }  // namespace
 
 Encoder EncodeC3(Export<InterleavedFn> e) {
@@ -158,6 +190,18 @@ Encoder EncodeAC4P4(Export<InterleavedToPlanarFn> e) {
           /*writes_alpha=*/true};
 }
 
+// Only three plane pointers: an export that drops alpha must not need a fourth.
+Encoder EncodeAC4P3(Export<InterleavedToPlanarFn> e) {
+  return {{e.name}, [e](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(FullResolutionPlanes(raw, 3), "a planar encoder", e.name);
+            const std::vector<uint8_t> rgba = HubToRgba(pic);
+            Zyl8u* const dst[3] = {raw.Plane(0), raw.Plane(1), raw.Plane(2)};
+            runner.Call(e.name, [&] {
+              return e.fn(rgba.data(), Step(pic.width, 4), dst, raw.Step(0), pic.Size());
+            });
+          }};
+}
+
 Encoder EncodeP3(Export<PlanarFn> e) {
   return {{e.name}, [e](const Picture& pic, RawImage& raw, CallRunner& runner) {
             Require(FullResolutionPlanes(raw, 3), "a planar encoder", e.name);
@@ -215,6 +259,24 @@ Decoder DecodeP3C3(Export<PlanarToInterleavedFn> e) {
             runner.Call(e.name, [&] {
               return e.fn(src, raw.Step(0), pic.rgb.data(), Step(pic.width, 3), pic.Size());
             });
+          }};
+}
+
+Decoder DecodeP3C4(Export<PlanarToInterleavedAlphaFn> e) {
+  return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            RgbaToHub(RunPlanarDecoder(e, raw, pic, 4, runner), pic);
+          }};
+}
+
+Decoder DecodeP3C3Bgr(Export<PlanarToInterleavedFn> e) {
+  return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            BgrToHub(RunPlanarDecoder(e, raw, pic, 3, runner), 3, pic);
+          }};
+}
+
+Decoder DecodeP3C4Bgr(Export<PlanarToInterleavedAlphaFn> e) {
+  return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            BgrToHub(RunPlanarDecoder(e, raw, pic, 4, runner), 4, pic);
           }};
 }
 

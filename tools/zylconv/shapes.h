@@ -23,6 +23,8 @@ using InterleavedFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u*, int, ZylSize);
 using InterleavedAlphaFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u*, int, ZylSize, Zyl8u);
 using InterleavedToPlanarFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u* const*, int, ZylSize);
 using PlanarToInterleavedFn = ZylStatus (*)(const Zyl8u* const*, int, Zyl8u*, int, ZylSize);
+using PlanarToInterleavedAlphaFn = ZylStatus (*)(const Zyl8u* const*, int, Zyl8u*, int, ZylSize,
+                                                 Zyl8u);
 using PlanarFn = ZylStatus (*)(const Zyl8u* const*, int, Zyl8u* const*, int, ZylSize);
 
 // Encoders, named by the export's layout suffix. "Hub" is RGB interleaved;
@@ -31,6 +33,7 @@ Encoder EncodeC3(Export<InterleavedFn> e);             // RGB -> 3 or 4 channels
 Encoder EncodeAC4(Export<InterleavedFn> e);            // RGBA -> 4 channels, alpha untouched
 Encoder EncodeC3P3(Export<InterleavedToPlanarFn> e);   // RGB -> planes 0..2
 Encoder EncodeAC4P4(Export<InterleavedToPlanarFn> e);  // RGBA -> planes 0..3
+Encoder EncodeAC4P3(Export<InterleavedToPlanarFn> e);  // RGBA -> planes 0..2, alpha dropped
 Encoder EncodeP3(Export<PlanarFn> e);                  // R, G, B planes -> planes 0..2
 
 Decoder DecodeC3(Export<InterleavedFn> e);            // 3 channels -> RGB
@@ -38,6 +41,11 @@ Decoder DecodeAC4(Export<InterleavedFn> e);           // 4 channels -> RGBA, alp
 Decoder DecodeC3C4(Export<InterleavedAlphaFn> e);     // 3 channels -> RGBA, alpha 255
 Decoder DecodeP3C3(Export<PlanarToInterleavedFn> e);  // planes 0..2 -> RGB
 Decoder DecodeP3(Export<PlanarFn> e);                 // planes 0..2 -> R, G, B planes
+
+// Planar decoders to four channels or to B, G, R order; the hub receives R, G, B (and A).
+Decoder DecodeP3C4(Export<PlanarToInterleavedAlphaFn> e);     // planes 0..2 -> RGBA, alpha 255
+Decoder DecodeP3C3Bgr(Export<PlanarToInterleavedFn> e);       // planes 0..2 -> BGR
+Decoder DecodeP3C4Bgr(Export<PlanarToInterleavedAlphaFn> e);  // planes 0..2 -> BGRA, alpha 255
 
 // Plain repacks between the hub and an RGB or RGBA file (no export).
 Encoder EncodeCopy();

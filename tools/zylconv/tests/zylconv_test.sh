@@ -104,6 +104,21 @@ ok convert alpha.yuva444p alpha.png --size 3x1
 ok convert alpha.png alpha-back.rgba
 cmp -s alpha.rgba alpha-back.rgba || fail "RGBA did not survive yuva444p and PNG"
 
+# Studio-range YCbCr, by hand from the 16.16 arithmetic. Blue: Y = (6423 * 255
+# + 1081344) >> 16 = 41, Cb = (28770 * 255 + 8421376) >> 16 = 240, Cr =
+# (-4653 * 255 + 8421376) >> 16 = 110; white: Y = (56296 * 255 + 1081344) >> 16
+# = 235; gray 128: Y = (56296 * 128 + 1081344) >> 16 = 126; gray chroma is 128.
+# Back: the inverse truncates, so white returns as 254; blue (base 41 * 76284 -
+# 1220544 = 1907100, B = (1907100 + 112 * 132186) >> 16 = 255, R and G below 1)
+# and gray 126 ((126 * 76284 - 1220544) >> 16 = 128) return exactly.
+bytes ycc.rgb 0 0 255  255 255 255  128 128 128
+ok convert ycc.rgb ycc.ycbcr444p --size 3x1
+[ "$(dump ycc.ycbcr444p)" = "41 235 126 240 128 128 110 128 128" ] ||
+  fail "ycc.ycbcr444p holds $(dump ycc.ycbcr444p)"
+ok convert ycc.ycbcr444p ycc-back.rgb --size 3x1
+[ "$(dump ycc-back.rgb)" = "0 0 255 254 254 254 128 128 128" ] ||
+  fail "ycc-back.rgb holds $(dump ycc-back.rgb)"
+
 # --------------------------------------------------------- bad inputs --
 # Each must exit non-zero with one stderr line starting "zylconv: ".
 bad() {
