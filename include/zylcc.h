@@ -231,6 +231,114 @@ ZYL_API ZylStatus zyliGrayToRGB_32f_C1C4R(const Zyl32f* pSrc, int srcStep, Zyl32
 ZYL_API ZylStatus zyliYCbCr422ToGray_8u_C2C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
                                               int dstStep, ZylSize roiSize);
 
+/* ------------------------------------ RGB to 4:2:0, 4:2:2 and 4:1:1 -----
+ * BT.601 studio range unless the name says 709CSC (BT.709 studio) or
+ * 709HDTV (BT.709 full range, outputs 1..254); YUV members use the analogue
+ * weights. Luma rounds; 4:2:0 chroma is the matrix applied to the 2x2 sums
+ * (rounding term 2^15 at >> 18), 4:2:2 chroma to the pair sums. Planar
+ * destinations take Y, plane 1, plane 2 with one step each (YCrCb: plane 1
+ * is Cr); P2 destinations a luma plane and a Cb Cr pair plane; C2 packed
+ * 4:2:2 in the byte order the name spells. P3 RGB sources share one step.
+ * Planar and two-plane members convert the even part of an odd size and
+ * return zylStsDoubleSize (+35); packed members return 0. Names without the
+ * final R take the whole image, steps implied by the width.
+ */
+ZYL_API ZylStatus zyliBGRToYCbCr420_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                              const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr420_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCrCb420_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCrCb420_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                              const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCrCb420_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                              const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_709CSC_8u_C3P3R(const Zyl8u* pSrc, int srcStep,
+                                                    Zyl8u* const pDst[3], const int dstStep[3],
+                                                    ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_709CSC_8u_AC4P3R(const Zyl8u* pSrc, int srcStep,
+                                                     Zyl8u* const pDst[3], const int dstStep[3],
+                                                     ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCrCb420_709CSC_8u_C3P3R(const Zyl8u* pSrc, int srcStep,
+                                                    Zyl8u* const pDst[3], const int dstStep[3],
+                                                    ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCrCb420_709CSC_8u_AC4P3R(const Zyl8u* pSrc, int srcStep,
+                                                     Zyl8u* const pDst[3], const int dstStep[3],
+                                                     ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_709HDTV_8u_AC4P3R(const Zyl8u* pSrc, int srcStep,
+                                                      Zyl8u* const pDst[3], const int dstStep[3],
+                                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYUV420_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                            const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV420_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                           const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV420_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
+                                         Zyl8u* const pDst[3], const int dstStep[3],
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV420_8u_C3P3(const Zyl8u* pSrc, Zyl8u* const pDst[3], ZylSize imgSize);
+ZYL_API ZylStatus zyliRGBToYUV420_8u_P3(const Zyl8u* const pSrc[3], Zyl8u* const pDst[3],
+                                        ZylSize imgSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_8u_C3P2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDstY,
+                                             int dstYStep, Zyl8u* pDstCbCr, int dstCbCrStep,
+                                             ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_8u_AC4P2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDstY,
+                                              int dstYStep, Zyl8u* pDstCbCr, int dstCbCrStep,
+                                              ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr420_8u_C3P2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDstY,
+                                             int dstYStep, Zyl8u* pDstCbCr, int dstCbCrStep,
+                                             ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr420_8u_C4P2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDstY,
+                                             int dstYStep, Zyl8u* pDstCbCr, int dstCbCrStep,
+                                             ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_709CSC_8u_C3P2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDstY,
+                                                    int dstYStep, Zyl8u* pDstCbCr, int dstCbCrStep,
+                                                    ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr420_709CSC_8u_AC4P2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDstY,
+                                                     int dstYStep, Zyl8u* pDstCbCr, int dstCbCrStep,
+                                                     ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr422_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr422_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                              const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr422_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV422_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                           const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV422_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
+                                         Zyl8u* const pDst[3], const int dstStep[3],
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV422_8u_C3P3(const Zyl8u* pSrc, Zyl8u* const pDst[3], ZylSize imgSize);
+ZYL_API ZylStatus zyliRGBToYUV422_8u_P3(const Zyl8u* const pSrc[3], Zyl8u* const pDst[3],
+                                        ZylSize imgSize);
+ZYL_API ZylStatus zyliBGRToYCbCr422_8u_C3C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr422_8u_AC4C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                              int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr422_8u_C3C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCbCr422_8u_P3C2R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCrCb422_8u_C3C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCrCb422_8u_P3C2R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV422_8u_C3C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                           ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToCbYCr422_709HDTV_8u_C3C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                                     int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToCbYCr422_709HDTV_8u_AC4C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                                      int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToCbYCr422_8u_C3C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToCbYCr422_8u_AC4C2R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                              int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr411_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             const int dstStep[3], ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCbCr411_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                              const int dstStep[3], ZylSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif
