@@ -387,16 +387,77 @@ HWY_NOINLINE void Row422Packed(const uint8_t* const* s, uint8_t* dst, ptrdiff_t 
 template <class SL, bool kBgr>
 HWY_NOINLINE void RowCbYCrFiltered(const uint8_t* const* s, uint8_t* dst, ptrdiff_t width) {
   constexpr int kRound = 128 * 65536 + 32767;
+  constexpr int kQbR = -9699, kQbG = -19071, kQbB = 28770;
+  constexpr int kQrR = 28770, kQrG = -24117, kQrB = -4653;
   auto q = [&](ptrdiff_t x, int& qb, int& qr, int& y) {
     int r, g, b;
     Rgb<SL, kBgr>(s, x, r, g, b);
-    qb = -9699 * r - 19071 * g + 28770 * b;
-    qr = 28770 * r - 24117 * g - 4653 * b;
+    qb = kQbR * r + kQbG * g + kQbB * b;
+    qr = kQrR * r + kQrG * g + kQrB * b;
     y = Bt601::Luma(r, g, b);
   };
   const ptrdiff_t pairs = width / 2;
+  ptrdiff_t i = 0;
   int prev_b = 0, prev_r = 0;
-  for (ptrdiff_t i = 0; i < pairs; ++i) {
+#if ZYL_SIMD
+  // Per block: luma and the per-pixel q of both rows in int32 lanes go to
+  // small arrays whose slot 0 holds q(p-1); the pairs are then read back
+  // deinterleaved (even, odd, and odd of the pair before).
+  const hn::CappedTag<uint8_t, 32> d8;
+  const hn::Half<hn::Half<decltype(d8)>> dq8;
+  const hn::Rebind<int32_t, decltype(dq8)> d32;
+  const hn::Rebind<uint16_t, decltype(dq8)> du16;
+  constexpr ptrdiff_t kMax = 32;
+  const ptrdiff_t n = static_cast<ptrdiff_t>(hn::Lanes(d8));
+  const ptrdiff_t n32 = static_cast<ptrdiff_t>(hn::Lanes(d32));
+  HWY_ALIGN int32_t qb[kMax + 1 + 16], qr[kMax + 1 + 16];
+  HWY_ALIGN uint8_t ybuf[kMax], cbcr[kMax];
+  for (; 2 * i + n <= 2 * pairs; i += n / 2) {
+    const ptrdiff_t x = 2 * i;
+    hn::Vec<decltype(d8)> r, g, b;
+    LoadRgb<SL, kBgr>(d8, s, x, r, g, b);
+    hn::Store(Luma8<Bt601>(d8, r, g, b), d8, ybuf);
+    const hn::Half<decltype(d8)> dh8;
+    for (ptrdiff_t k = 0; k < 4; ++k) {
+      auto quarter = [&](hn::Vec<decltype(d8)> v) {
+        const auto h = (k & 2) ? hn::UpperHalf(dh8, v) : hn::LowerHalf(dh8, v);
+        return hn::PromoteTo(d32, (k & 1) ? hn::UpperHalf(dq8, h) : hn::LowerHalf(dq8, h));
+      };
+      const auto r32 = quarter(r), g32 = quarter(g), b32 = quarter(b);
+      auto dot = [&](int kr, int kg, int kb) {
+        return hn::Add(hn::Add(hn::Mul(r32, hn::Set(d32, kr)), hn::Mul(g32, hn::Set(d32, kg))),
+                       hn::Mul(b32, hn::Set(d32, kb)));
+      };
+      hn::StoreU(dot(kQbR, kQbG, kQbB), d32, qb + 1 + k * n32);
+      hn::StoreU(dot(kQrR, kQrG, kQrB), d32, qr + 1 + k * n32);
+    }
+    if (i == 0) {  // the first pair of the row is its own left neighbour
+      qb[0] = qb[1];
+      qr[0] = qr[1];
+    } else {
+      qb[0] = prev_b;
+      qr[0] = prev_r;
+    }
+    for (ptrdiff_t k = 0; k < n / 2; k += n32) {
+      hn::Vec<decltype(d32)> eb, ob, mb, er, orr, mr, unused;
+      hn::LoadInterleaved2(d32, qb + 1 + 2 * k, eb, ob);
+      hn::LoadInterleaved2(d32, qb + 2 * k, mb, unused);
+      hn::LoadInterleaved2(d32, qr + 1 + 2 * k, er, orr);
+      hn::LoadInterleaved2(d32, qr + 2 * k, mr, unused);
+      auto tap = [&](hn::Vec<decltype(d32)> e, hn::Vec<decltype(d32)> m, hn::Vec<decltype(d32)> o) {
+        const auto sum = hn::Add(hn::Add(hn::ShiftRight<1>(e), hn::ShiftRight<2>(m)),
+                                 hn::Add(hn::ShiftRight<2>(o), hn::Set(d32, kRound)));
+        return hn::And(hn::ShiftRight<16>(sum), hn::Set(d32, 255));
+      };
+      const auto pair = hn::Or(tap(eb, mb, ob), hn::ShiftLeft<8>(tap(er, mr, orr)));
+      hn::StoreU(hn::DemoteTo(du16, pair), du16, reinterpret_cast<uint16_t*>(cbcr) + k);
+    }
+    prev_b = qb[n];
+    prev_r = qr[n];
+    hn::StoreInterleaved2(hn::Load(d8, cbcr), hn::Load(d8, ybuf), d8, dst + 2 * x);
+  }
+#endif
+  for (; i < pairs; ++i) {
     int qb0, qr0, y0, qb1, qr1, y1;
     q(2 * i, qb0, qr0, y0);
     q(2 * i + 1, qb1, qr1, y1);
