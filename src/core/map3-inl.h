@@ -189,14 +189,16 @@ HWY_INLINE hn::Vec<hn::Repartition<int16_t, D32>> Narrow32(D32 /*d32*/, hn::Vec<
 
 // On x86 the x r are summed pairwise by the 16x16 -> 32-bit multiply-add
 // (inputs interleaved two by two), the constant added and the sum shifted
-// in 32-bit lanes.
-template <int32_t C, int32_t... K, class D, class... V>
-HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
+// in 32-bit lanes. kCEven and kCOdd are the constants of even and odd lanes.
+template <int32_t kCEven, int32_t kCOdd, int32_t... K, class D, class... V>
+HWY_INLINE hn::Vec<D> FixedDot16EvenOdd(D d, V... x) {
   const hn::Repartition<int32_t, D> d32;
   const hn::Vec<D> xs[] = {x...};
   constexpr int16_t kRs[] = {Split16<K>::kR...};
   constexpr int kN = sizeof...(K);
-  auto lo = hn::Set(d32, C), hi = hn::Set(d32, C), unused = hn::Zero(d32);
+  // The zips keep lanes in order inside each half, so lane parity survives.
+  const auto c = hn::OddEven(hn::Set(d32, kCOdd), hn::Set(d32, kCEven));
+  auto lo = c, hi = c, unused = hn::Zero(d32);
   for (int i = 0; i < kN; i += 2) {
     const hn::Vec<D> xb = i + 1 < kN ? xs[i + 1] : xs[i];
     const int16_t rb = i + 1 < kN ? kRs[i + 1] : 0;
@@ -215,11 +217,13 @@ HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
 #else
 // Elsewhere the signed high halves of the x r are summed directly and their
 // unsigned low halves with C's low part, counting the carries out of 16 bits.
-template <int32_t C, int32_t... K, class D, class... V>
-HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
+template <int32_t kCEven, int32_t kCOdd, int32_t... K, class D, class... V>
+HWY_INLINE hn::Vec<D> FixedDot16EvenOdd(D d, V... x) {
   const hn::RebindToUnsigned<D> du;
-  hn::Vec<D> hi = hn::Set(d, static_cast<int16_t>(C >> 16));
-  hn::Vec<decltype(du)> lo = hn::Set(du, static_cast<uint16_t>(C & 0xFFFF));
+  hn::Vec<D> hi = hn::OddEven(hn::Set(d, static_cast<int16_t>(kCOdd >> 16)),
+                              hn::Set(d, static_cast<int16_t>(kCEven >> 16)));
+  hn::Vec<decltype(du)> lo = hn::OddEven(hn::Set(du, static_cast<uint16_t>(kCOdd & 0xFFFF)),
+                                         hn::Set(du, static_cast<uint16_t>(kCEven & 0xFFFF)));
   hn::Vec<decltype(du)> carries = hn::Zero(du);  // -1 per carry
   auto term = [&](auto k, hn::Vec<D> v) {
     constexpr int16_t kR = Split16<decltype(k)::value>::kR;
@@ -236,6 +240,11 @@ HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
   return hn::Sub(hi, hn::BitCast(d, carries));
 }
 #endif
+
+template <int32_t C, int32_t... K, class D, class... V>
+HWY_INLINE hn::Vec<D> FixedDot16(D d, V... x) {
+  return FixedDot16EvenOdd<C, C, K...>(d, x...);
+}
 
 #endif  // ZYL_SIMD
 
