@@ -62,6 +62,13 @@ const std::vector<Format>& Formats() {
        {{1}, {1}, {1}, {1}},
        {{EncodeAC4P4(ZYLCONV_EXPORT(zyliRGBToYUV_8u_AC4P4R)),
          DecodeP3C3(ZYLCONV_EXPORT(zyliYUVToRGB_8u_P3C3R))}}},
+      // Gray keeps only luma, so its round trip through RGB is lossy by nature.
+      {"gray",
+       "raw 8-bit gray, one plane (0.299 R + 0.587 G + 0.114 B; read back as R = G = B)",
+       Container::kRaw,
+       {{1}},
+       {{EncodeC3C1(ZYLCONV_EXPORT(zyliRGBToGray_8u_C3C1R)),
+         DecodeC1C3(ZYLCONV_EXPORT(zyliGrayToRGB_8u_C1C3R))}}},
       // Every route of a YCbCr format runs the same BT.601 studio-range arithmetic, whichever
       // layout or channel order the exports take, so they must write and read the same bytes.
       {"ycbcr",

@@ -123,9 +123,12 @@ struct Decoder {
 
 // A way to write and read a format. A format may list several routes through
 // different exports; they must give the same bytes, which the demo checks.
+// A route whose decoder has no `run` writes the format but cannot read it yet.
+// BT.709 routes are taken with --matrix 709 and compared only among themselves.
 struct Route {
   Encoder encode;
   Decoder decode;
+  bool bt709 = false;
 };
 
 enum class Container { kRaw, kPpm, kPng };

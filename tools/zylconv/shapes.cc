@@ -1,6 +1,8 @@
 #include "shapes.h"
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -213,6 +215,17 @@ Encoder EncodeP3(Export<PlanarFn> e) {
           }};
 }
 
+Encoder EncodeC3C1(Export<InterleavedFn> e) {
+  return {{e.name}, [e](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(raw.PlaneCount() == 1 && FullResolutionPlanes(raw, 1), "a one-plane encoder",
+                    e.name);
+            runner.Call(e.name, [&] {
+              return e.fn(pic.rgb.data(), Step(pic.width, 3), raw.Plane(0), raw.Step(0),
+                          pic.Size());
+            });
+          }};
+}
+
 Decoder DecodeC3(Export<InterleavedFn> e) {
   return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
             Require(InterleavedPlane(raw), "an interleaved 3-channel decoder", e.name);
@@ -292,6 +305,17 @@ Decoder DecodeP3(Export<PlanarFn> e) {
           }};
 }
 
+Decoder DecodeC1C3(Export<InterleavedFn> e) {
+  return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(raw.PlaneCount() == 1 && FullResolutionPlanes(raw, 1), "a one-plane decoder",
+                    e.name);
+            runner.Call(e.name, [&] {
+              return e.fn(raw.Plane(0), raw.Step(0), pic.rgb.data(), Step(pic.width, 3),
+                          pic.Size());
+            });
+          }};
+}
+
 Encoder EncodeCopy() {
   return {{}, [](const Picture& pic, RawImage& raw, CallRunner&) {
             Require(InterleavedPlane(raw), "a repack", "no export");
@@ -305,6 +329,135 @@ Decoder DecodeCopy() {
             Require(InterleavedPlane(raw), "a repack", "no export");
             CopyThreeChannels(raw.Plane(0), raw.Layout(0).channels, pic.rgb.data(), 3,
                               pic.Pixels());
+          }};
+}
+
+// ------------------------------------------------------ subsampled encoders --
+
+namespace {
+
+int SourceChannels(Source source) {
+  return source == Source::kRgba || source == Source::kBgra ? 4 : 3;
+}
+
+// The hub's pixels as an export reads them: R, G, B or B, G, R, with a fourth byte (alpha, or
+// 255) for the four-channel exports, which never read it.
+std::vector<uint8_t> HubAs(const Picture& pic, Source source) {
+  const bool bgr = source == Source::kBgr || source == Source::kBgra;
+  const size_t channels = static_cast<size_t>(SourceChannels(source));
+  std::vector<uint8_t> out(pic.Pixels() * channels);
+  for (size_t i = 0; i < pic.Pixels(); ++i) {
+    const uint8_t* in = &pic.rgb[i * 3];
+    uint8_t* px = &out[i * channels];
+    px[0] = in[bgr ? 2 : 0];
+    px[1] = in[1];
+    px[2] = in[bgr ? 0 : 2];
+    if (channels == 4) px[3] = pic.alpha.empty() ? 255 : pic.alpha[i];
+  }
+  return out;
+}
+
+// `planes` planes, the first of them luma at full resolution.
+bool LumaFirst(const RawImage& raw, int planes) {
+  const PlaneLayout& y = raw.Layout(0);
+  return raw.PlaneCount() == planes && y.channels == 1 && y.x_sub == 1 && y.y_sub == 1;
+}
+
+// The encoders convert whole chroma blocks only (an odd last column or row is left out). An
+// odd size is therefore converted at the size rounded up to whole blocks, the last column and
+// row repeated, and cropped back into the file, whose chroma planes have that rounded-up size
+// already. `convert` gets the picture to convert and the image to write.
+void ConvertWholeBlocks(const Picture& pic, RawImage& raw,
+                        const std::function<void(const Picture&, RawImage&)>& convert) {
+  int block_x = 1, block_y = 1;
+  std::vector<PlaneLayout> layouts;
+  for (int i = 0; i < raw.PlaneCount(); ++i) {
+    layouts.push_back(raw.Layout(i));
+    block_x = std::max(block_x, layouts.back().x_sub);
+    block_y = std::max(block_y, layouts.back().y_sub);
+  }
+  const int w = (pic.width + block_x - 1) / block_x * block_x;
+  const int h = (pic.height + block_y - 1) / block_y * block_y;
+  if (w == pic.width && h == pic.height) {
+    convert(pic, raw);
+    return;
+  }
+  Picture padded;
+  padded.width = w;
+  padded.height = h;
+  padded.rgb.resize(padded.Pixels() * 3);
+  for (int y = 0; y < h; ++y) {
+    for (int x = 0; x < w; ++x) {
+      const size_t from = static_cast<size_t>(std::min(y, pic.height - 1)) * pic.width +
+                          static_cast<size_t>(std::min(x, pic.width - 1));
+      std::memcpy(&padded.rgb[(static_cast<size_t>(y) * w + x) * 3], &pic.rgb[from * 3], 3);
+    }
+  }
+  RawImage whole(w, h, layouts);
+  convert(padded, whole);
+  for (int i = 0; i < raw.PlaneCount(); ++i) {
+    for (int y = 0; y < raw.PlaneHeight(i); ++y) {
+      std::memcpy(raw.Plane(i) + static_cast<size_t>(y) * raw.Step(i),
+                  whole.Plane(i) + static_cast<size_t>(y) * whole.Step(i), raw.Step(i));
+    }
+  }
+}
+
+}  // namespace
+
+Encoder EncodeSubP3(Export<ToSubPlanesFn> e, Source source) {
+  return {{e.name}, [e, source](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(LumaFirst(raw, 3), "a subsampled three-plane encoder", e.name);
+            ConvertWholeBlocks(pic, raw, [&](const Picture& p, RawImage& out) {
+              const std::vector<uint8_t> src = HubAs(p, source);
+              Zyl8u* const dst[3] = {out.Plane(0), out.Plane(1), out.Plane(2)};
+              const int steps[3] = {out.Step(0), out.Step(1), out.Step(2)};
+              runner.Call(e.name, [&] {
+                return e.fn(src.data(), p.width * SourceChannels(source), dst, steps, p.Size());
+              });
+            });
+          }};
+}
+
+Encoder EncodeSubP2(Export<ToLumaChromaFn> e, Source source) {
+  return {{e.name}, [e, source](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(LumaFirst(raw, 2), "a luma and chroma-pair encoder", e.name);
+            ConvertWholeBlocks(pic, raw, [&](const Picture& p, RawImage& out) {
+              const std::vector<uint8_t> src = HubAs(p, source);
+              runner.Call(e.name, [&] {
+                return e.fn(src.data(), p.width * SourceChannels(source), out.Plane(0),
+                            out.Step(0), out.Plane(1), out.Step(1), p.Size());
+              });
+            });
+          }};
+}
+
+Encoder EncodeSubC2(Export<InterleavedFn> e, Source source) {
+  return {{e.name}, [e, source](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(raw.PlaneCount() == 1 && raw.Layout(0).x_sub == 2, "a packed 4:2:2 encoder",
+                    e.name);
+            ConvertWholeBlocks(pic, raw, [&](const Picture& p, RawImage& out) {
+              const std::vector<uint8_t> src = HubAs(p, source);
+              runner.Call(e.name, [&] {
+                return e.fn(src.data(), p.width * SourceChannels(source), out.Plane(0),
+                            out.Step(0), p.Size());
+              });
+            });
+          }};
+}
+
+Encoder EncodeSubP3C2(Export<PlanarToInterleavedFn> e) {
+  return {{e.name}, [e](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(raw.PlaneCount() == 1 && raw.Layout(0).x_sub == 2, "a packed 4:2:2 encoder",
+                    e.name);
+            ConvertWholeBlocks(pic, raw, [&](const Picture& p, RawImage& out) {
+              const std::vector<uint8_t> planes = SplitPlanes(p);
+              const size_t n = p.Pixels();
+              const Zyl8u* const src[3] = {&planes[0], &planes[n], &planes[2 * n]};
+              runner.Call(e.name, [&] {
+                return e.fn(src, p.width, out.Plane(0), out.Step(0), p.Size());
+              });
+            });
           }};
 }
 

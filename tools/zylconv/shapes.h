@@ -35,12 +35,14 @@ Encoder EncodeC3P3(Export<InterleavedToPlanarFn> e);   // RGB -> planes 0..2
 Encoder EncodeAC4P4(Export<InterleavedToPlanarFn> e);  // RGBA -> planes 0..3
 Encoder EncodeAC4P3(Export<InterleavedToPlanarFn> e);  // RGBA -> planes 0..2, alpha dropped
 Encoder EncodeP3(Export<PlanarFn> e);                  // R, G, B planes -> planes 0..2
+Encoder EncodeC3C1(Export<InterleavedFn> e);           // RGB -> one 1-channel plane (gray)
 
 Decoder DecodeC3(Export<InterleavedFn> e);            // 3 channels -> RGB
 Decoder DecodeAC4(Export<InterleavedFn> e);           // 4 channels -> RGBA, alpha untouched
 Decoder DecodeC3C4(Export<InterleavedAlphaFn> e);     // 3 channels -> RGBA, alpha 255
 Decoder DecodeP3C3(Export<PlanarToInterleavedFn> e);  // planes 0..2 -> RGB
 Decoder DecodeP3(Export<PlanarFn> e);                 // planes 0..2 -> R, G, B planes
+Decoder DecodeC1C3(Export<InterleavedFn> e);          // one 1-channel plane -> RGB
 
 // Planar decoders to four channels or to B, G, R order; the hub receives R, G, B (and A).
 Decoder DecodeP3C4(Export<PlanarToInterleavedAlphaFn> e);     // planes 0..2 -> RGBA, alpha 255
@@ -50,6 +52,17 @@ Decoder DecodeP3C4Bgr(Export<PlanarToInterleavedAlphaFn> e);  // planes 0..2 -> 
 // Plain repacks between the hub and an RGB or RGBA file (no export).
 Encoder EncodeCopy();
 Decoder DecodeCopy();
+
+// Subsampled encoders (4:2:0, 4:2:2, 4:1:1): the hub is handed to the export in the order and
+// layout it reads (`source`); an odd size is padded by repeating the last column and row, so
+// every sample of the file's rounded-up planes is written.
+enum class Source { kRgb, kBgr, kRgba, kBgra };
+using ToSubPlanesFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u* const*, const int*, ZylSize);
+using ToLumaChromaFn = ZylStatus (*)(const Zyl8u*, int, Zyl8u*, int, Zyl8u*, int, ZylSize);
+Encoder EncodeSubP3(Export<ToSubPlanesFn> e, Source source);   // -> Y, chroma 1, chroma 2
+Encoder EncodeSubP2(Export<ToLumaChromaFn> e, Source source);  // -> Y, chroma pairs
+Encoder EncodeSubC2(Export<InterleavedFn> e, Source source);   // -> packed 4:2:2
+Encoder EncodeSubP3C2(Export<PlanarToInterleavedFn> e);        // R, G, B planes -> packed 4:2:2
 
 }  // namespace zylconv
 
