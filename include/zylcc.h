@@ -339,6 +339,127 @@ ZYL_API ZylStatus zyliBGRToYCbCr411_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl
 ZYL_API ZylStatus zyliBGRToYCbCr411_8u_AC4P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
                                               const int dstStep[3], ZylSize roiSize);
 
+/* ----------------------------------- 4:2:0, 4:2:2 and 4:1:1 to RGB ------
+ * Chroma is replicated over the pixels it serves. Planar and two-plane
+ * BT.601 sources use yy = 76284 Y with the rounding half folded into the
+ * offsets; packed 4:2:2 sources use their own set (76282, ...), every
+ * constant 2 lower, by definition. 709CSC: BT.709 studio; 709HDTV: BT.709
+ * full range; YUV: the analogue inverse. Subsampled planar sources take
+ * per-plane steps; planar RGB destinations one step. C4 members write aval,
+ * AC4 members leave the fourth byte alone. 4:2:0 members return +35 on an
+ * odd size (height 1 writes nothing); packed members convert every pixel
+ * (a lone last pixel takes its missing chroma from the pair before it and
+ * has R and B swapped) and return 0. The v210 members read groups of four
+ * 32-bit words (step in words) and write 16-bit elements (step in
+ * elements); steps below 1 give zylStsSizeErr.
+ */
+ZYL_API ZylStatus zyliCbYCr422ToBGR_709HDTV_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                                     int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliCbYCr422ToBGR_709HDTV_8u_C2C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                                     int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliCbYCr422ToBGR_8u_C2C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliCbYCr422ToRGB_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr411ToBGR_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr411ToBGR_8u_P3C4R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr420ToBGR_709CSC_8u_P3C3R(const Zyl8u* const pSrc[3],
+                                                    const int srcStep[3], Zyl8u* pDst, int dstStep,
+                                                    ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr420ToBGR_709HDTV_8u_P3C4R(const Zyl8u* const pSrc[3],
+                                                     const int srcStep[3], Zyl8u* pDst, int dstStep,
+                                                     ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr420ToBGR_8u_P2C3R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr420ToBGR_8u_P2C4R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr420ToBGR_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr420ToBGR_8u_P3C4R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr420ToRGB_8u_P2C3R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr420ToRGB_8u_P2C4R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr420ToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr422ToBGR_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr422ToBGR_8u_C2C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr422ToBGR_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr422ToRGB_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr422ToRGB_8u_C2C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCbCr422ToRGB_8u_C2P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCbCr422ToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCrCb420ToBGR_8u_P2C3R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCrCb420ToBGR_8u_P2C4R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCrCb420ToBGR_Filter_8u_P3C4R(const Zyl8u* const pSrc[3],
+                                                    const int srcStep[3], Zyl8u* pDst, int dstStep,
+                                                    ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCrCb420ToRGB_8u_P2C3R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCrCb420ToRGB_8u_P2C4R(const Zyl8u* pSrcY, int srcYStep,
+                                             const Zyl8u* pSrcCbCr, int srcCbCrStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCrCb420ToRGB_8u_P3C4R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                             Zyl8u* pDst, int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCrCb422ToBGR_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCrCb422ToBGR_8u_C2C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCrCb422ToRGB_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCrCb422ToRGB_8u_C2C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize, Zyl8u aval);
+ZYL_API ZylStatus zyliYCrCb422ToRGB_8u_C2P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV420ToBGR_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                           Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV420ToRGB_8u_P3(const Zyl8u* const pSrc[3], Zyl8u* const pDst[3],
+                                        ZylSize imgSize);
+ZYL_API ZylStatus zyliYUV420ToRGB_8u_P3AC4R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                            Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV420ToRGB_8u_P3C3(const Zyl8u* const pSrc[3], Zyl8u* pDst, ZylSize imgSize);
+ZYL_API ZylStatus zyliYUV420ToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                           Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV420ToRGB_8u_P3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                         Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422ToRGB_8u_C2C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                           ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422ToRGB_8u_P3(const Zyl8u* const pSrc[3], Zyl8u* const pDst[3],
+                                        ZylSize imgSize);
+ZYL_API ZylStatus zyliYUV422ToRGB_8u_P3AC4R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                            Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422ToRGB_8u_P3C3(const Zyl8u* const pSrc[3], Zyl8u* pDst, ZylSize imgSize);
+ZYL_API ZylStatus zyliYUV422ToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                           Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422ToRGB_8u_P3R(const Zyl8u* const pSrc[3], const int srcStep[3],
+                                         Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422v210ToBGR_709HDTV_32u16u_C3(const Zyl32u* pSrc, int srcStep,
+                                                        Zyl16u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422v210ToGray_709HDTV_32u16u_C3C1(const Zyl32u* pSrc, int srcStep,
+                                                           Zyl16u* pDst, int dstStep,
+                                                           ZylSize roiSize);
+ZYL_API ZylStatus zyliYUV422v210ToRGB_709HDTV_32u16u_C3(const Zyl32u* pSrc, int srcStep,
+                                                        Zyl16u* pDst, int dstStep, ZylSize roiSize);
+
 #ifdef __cplusplus
 }
 #endif
