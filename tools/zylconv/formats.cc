@@ -93,6 +93,77 @@ const std::vector<Format>& Formats() {
          DecodeP3C3Bgr(ZYLCONV_EXPORT(zyliYCbCrToBGR_8u_P3C3R))},
         {EncodeAC4P3(ZYLCONV_EXPORT(zyliRGBToYCbCr_8u_AC4P3R)),
          DecodeP3C4Bgr(ZYLCONV_EXPORT(zyliYCbCrToBGR_8u_P3C4R))}}},
+      // Subsampled YCbCr: write only until the library has the decoders. Routes of one matrix
+      // run the same arithmetic from differently ordered sources, so they agree byte for byte.
+      {"i420",
+       "raw planar YCbCr 4:2:0 (I420): Y, then Cb and Cr at half width and height; BT.601 "
+       "studio range, or BT.709 studio range with --matrix 709",
+       Container::kRaw,
+       {{1}, {1, 2, 2}, {1, 2, 2}},
+       {{EncodeSubP3(ZYLCONV_EXPORT(zyliRGBToYCbCr420_8u_C3P3R), Source::kRgb), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr420_8u_C3P3R), Source::kBgr), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr420_8u_AC4P3R), Source::kBgra), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr420_709CSC_8u_C3P3R), Source::kBgr), Decoder{},
+         true},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr420_709CSC_8u_AC4P3R), Source::kBgra), Decoder{},
+         true}}},
+      {"yv12",
+       "raw planar YCrCb 4:2:0 (YV12): Y, then Cr and Cb at half width and height; BT.601 "
+       "studio range, or BT.709 studio range with --matrix 709",
+       Container::kRaw,
+       {{1}, {1, 2, 2}, {1, 2, 2}},
+       {{EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCrCb420_8u_C3P3R), Source::kBgr), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCrCb420_8u_AC4P3R), Source::kBgra), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliRGBToYCrCb420_8u_AC4P3R), Source::kRgba), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCrCb420_709CSC_8u_C3P3R), Source::kBgr), Decoder{},
+         true},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCrCb420_709CSC_8u_AC4P3R), Source::kBgra), Decoder{},
+         true}}},
+      {"nv12",
+       "raw YCbCr 4:2:0 (NV12): Y, then Cb Cr pairs at half width and height; BT.601 studio "
+       "range, or BT.709 studio range with --matrix 709",
+       Container::kRaw,
+       {{1}, {2, 2, 2}},
+       {{EncodeSubP2(ZYLCONV_EXPORT(zyliRGBToYCbCr420_8u_C3P2R), Source::kRgb), Decoder{}},
+        {EncodeSubP2(ZYLCONV_EXPORT(zyliBGRToYCbCr420_8u_C3P2R), Source::kBgr), Decoder{}},
+        {EncodeSubP2(ZYLCONV_EXPORT(zyliBGRToYCbCr420_8u_AC4P2R), Source::kBgra), Decoder{}},
+        {EncodeSubP2(ZYLCONV_EXPORT(zyliRGBToYCbCr420_8u_C4P2R), Source::kRgba), Decoder{}},
+        {EncodeSubP2(ZYLCONV_EXPORT(zyliBGRToYCbCr420_709CSC_8u_C3P2R), Source::kBgr), Decoder{},
+         true},
+        {EncodeSubP2(ZYLCONV_EXPORT(zyliBGRToYCbCr420_709CSC_8u_AC4P2R), Source::kBgra), Decoder{},
+         true}}},
+      {"yuy2",
+       "raw packed YCbCr 4:2:2 (YUY2): Y0 Cb Y1 Cr per pixel pair, BT.601 studio range",
+       Container::kRaw,
+       {{4, 2, 1}},
+       {{EncodeSubC2(ZYLCONV_EXPORT(zyliRGBToYCbCr422_8u_C3C2R), Source::kRgb), Decoder{}},
+        {EncodeSubC2(ZYLCONV_EXPORT(zyliBGRToYCbCr422_8u_C3C2R), Source::kBgr), Decoder{}},
+        {EncodeSubC2(ZYLCONV_EXPORT(zyliBGRToYCbCr422_8u_AC4C2R), Source::kBgra), Decoder{}},
+        {EncodeSubP3C2(ZYLCONV_EXPORT(zyliRGBToYCbCr422_8u_P3C2R)), Decoder{}}}},
+      {"uyvy",
+       "raw packed YCbCr 4:2:2 (UYVY): Cb Y0 Cr Y1 per pixel pair; BT.601 studio range with "
+       "3-tap chroma, or BT.709 full range (1..254) with --matrix 709",
+       Container::kRaw,
+       {{4, 2, 1}},
+       {{EncodeSubC2(ZYLCONV_EXPORT(zyliRGBToCbYCr422_8u_C3C2R), Source::kRgb), Decoder{}},
+        {EncodeSubC2(ZYLCONV_EXPORT(zyliBGRToCbYCr422_8u_AC4C2R), Source::kBgra), Decoder{}},
+        {EncodeSubC2(ZYLCONV_EXPORT(zyliBGRToCbYCr422_709HDTV_8u_C3C2R), Source::kBgr), Decoder{},
+         true},
+        {EncodeSubC2(ZYLCONV_EXPORT(zyliBGRToCbYCr422_709HDTV_8u_AC4C2R), Source::kBgra), Decoder{},
+         true}}},
+      {"yuv422p",
+       "raw planar YCbCr 4:2:2: Y, then Cb and Cr at half width, BT.601 studio range",
+       Container::kRaw,
+       {{1}, {1, 2, 1}, {1, 2, 1}},
+       {{EncodeSubP3(ZYLCONV_EXPORT(zyliRGBToYCbCr422_8u_C3P3R), Source::kRgb), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr422_8u_C3P3R), Source::kBgr), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr422_8u_AC4P3R), Source::kBgra), Decoder{}}}},
+      {"yuv411p",
+       "raw planar YCbCr 4:1:1: Y, then Cb and Cr at quarter width, BT.601 studio range",
+       Container::kRaw,
+       {{1}, {1, 4, 1}, {1, 4, 1}},
+       {{EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr411_8u_C3P3R), Source::kBgr), Decoder{}},
+        {EncodeSubP3(ZYLCONV_EXPORT(zyliBGRToYCbCr411_8u_AC4P3R), Source::kBgra), Decoder{}}}},
   };
   return formats;
 }
@@ -154,7 +225,8 @@ int RawImage::PlaneHeight(int plane) const { return CeilDiv(height_, planes_[pla
 int RawImage::Step(int plane) const { return PlaneWidth(plane) * planes_[plane].channels; }
 
 bool RawImage::HasAlpha() const {
-  if (PlaneCount() == 1) return planes_[0].channels == 4;
+  // Four bytes per two pixels (packed 4:2:2) is not RGBA.
+  if (PlaneCount() == 1) return planes_[0].channels == 4 && planes_[0].x_sub == 1;
   return PlaneCount() == 4 && planes_[3].channels == 1;
 }
 

@@ -20,9 +20,10 @@ constexpr char kUsage[] =
     "  zylconv demo [--out DIR]\n"
     "      convert a built-in test picture through every conversion and back; write\n"
     "      PNGs into DIR (default ./zylconv-out/) and print errors and speeds\n"
-    "  zylconv convert IN OUT [--from FMT] [--to FMT] [--size WxH]\n"
+    "  zylconv convert IN OUT [--from FMT] [--to FMT] [--size WxH] [--matrix 601|709]\n"
     "      convert between files; a format left out is taken from the file extension;\n"
-    "      raw input formats need --size\n"
+    "      raw input formats need --size; --matrix picks BT.601 (default) or BT.709 for\n"
+    "      output formats that have both (i420, yv12, nv12, uyvy)\n"
     "  zylconv list\n"
     "      list the formats and the library exports each one uses\n"
     "  zylconv --help\n";
@@ -33,6 +34,7 @@ struct Options {
   std::string to;
   std::string size;
   std::string out;
+  std::string matrix;
 };
 
 // Parses "--name VALUE" and "--name=VALUE" for the options a command allows.
@@ -63,6 +65,7 @@ Options ParseOptions(const std::vector<std::string>& args,
     if (name == "to") opts.to = value;
     if (name == "size") opts.size = value;
     if (name == "out") opts.out = value;
+    if (name == "matrix") opts.matrix = value;
   }
   return opts;
 }
@@ -113,8 +116,20 @@ std::string JoinExports(const std::vector<std::string>& exports) {
   return s;
 }
 
+// The route `convert` writes a raw format with: the first of the asked matrix.
+const Route& WriteRoute(const Format& format, const std::string& matrix) {
+  if (!matrix.empty() && matrix != "601" && matrix != "709") {
+    throw Error("bad --matrix '" + matrix + "' (expected 601 or 709)");
+  }
+  const bool bt709 = matrix == "709";
+  for (const Route& r : format.routes) {
+    if (r.bt709 == bt709) return r;
+  }
+  throw Error("format " + format.name + " has no BT." + matrix + " route (see zylconv list)");
+}
+
 int Convert(const std::vector<std::string>& args) {
-  const Options opts = ParseOptions(args, {"from", "to", "size"});
+  const Options opts = ParseOptions(args, {"from", "to", "size", "matrix"});
   if (opts.positional.size() != 2) throw Error("convert needs IN and OUT (see zylconv --help)");
   const std::string& in = opts.positional[0];
   const std::string& out = opts.positional[1];
@@ -135,6 +150,9 @@ int Convert(const std::vector<std::string>& args) {
                   opts.size + " is " + std::to_string(need) + " bytes");
     }
     raw.bytes() = std::move(bytes);
+    if (!from.routes.front().decode.run) {
+      throw Error("reading " + from.name + " is not yet supported (it can be written)");
+    }
     pic = Decode(from.routes.front(), raw, runner);
     used = from.routes.front().decode.exports;
   } else {
@@ -143,8 +161,11 @@ int Convert(const std::vector<std::string>& args) {
     pic = from.container == Container::kPng ? ReadPng(in) : ReadPpm(in);
   }
 
+  if (!opts.matrix.empty() && to.container != Container::kRaw) {
+    throw Error("--matrix applies to raw output formats, not " + to.name);
+  }
   if (to.container == Container::kRaw) {
-    const Route& route = to.routes.front();
+    const Route& route = WriteRoute(to, opts.matrix);
     WriteFileBytes(out, Encode(to, route, pic, runner).bytes());
     used.insert(used.end(), route.encode.exports.begin(), route.encode.exports.end());
   } else if (to.container == Container::kPng) {
@@ -161,20 +182,24 @@ int Convert(const std::vector<std::string>& args) {
 int List(const std::vector<std::string>& args) {
   if (!args.empty()) throw Error("list takes no arguments");
   std::printf(
-      "convert uses the first route of a format; demo runs every route that calls the\n"
-      "library and checks that the routes of one format agree byte for byte.\n\n");
+      "convert uses the first route of a format ([convert], or [--matrix 709] for BT.709);\n"
+      "demo runs every route that calls the library and checks that the routes of one\n"
+      "format and matrix agree byte for byte.\n\n");
   for (const Format& f : Formats()) {
     std::printf("%-9s %s\n", f.name.c_str(), f.description.c_str());
     if (f.container != Container::kRaw) {
       std::printf("%-9s file with its own header; no library call\n", "");
       continue;
     }
-    for (size_t k = 0; k < f.routes.size(); ++k) {
-      const Route& r = f.routes[k];
+    bool marked[2] = {false, false};  // the first route of each matrix is convert's
+    for (const Route& r : f.routes) {
       const std::string write = r.encode.exports.empty() ? "repack" : JoinExports(r.encode.exports);
-      const std::string read = r.decode.exports.empty() ? "repack" : JoinExports(r.decode.exports);
-      std::printf("%-9s write: %-24s read: %-24s %s\n", "", write.c_str(), read.c_str(),
-                  k == 0 ? "[convert]" : "");
+      const std::string read = !r.decode.run              ? "not yet supported"
+                               : r.decode.exports.empty() ? "repack"
+                                                          : JoinExports(r.decode.exports);
+      const char* mark = marked[r.bt709] ? "" : r.bt709 ? "[--matrix 709]" : "[convert]";
+      marked[r.bt709] = true;
+      std::printf("%-9s write: %-24s read: %-24s %s\n", "", write.c_str(), read.c_str(), mark);
     }
   }
   return 0;

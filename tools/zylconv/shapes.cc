@@ -425,8 +425,8 @@ Encoder EncodeSubP2(Export<ToLumaChromaFn> e, Source source) {
             ConvertWholeBlocks(pic, raw, [&](const Picture& p, RawImage& out) {
               const std::vector<uint8_t> src = HubAs(p, source);
               runner.Call(e.name, [&] {
-                return e.fn(src.data(), p.width * SourceChannels(source), out.Plane(0),
-                            out.Step(0), out.Plane(1), out.Step(1), p.Size());
+                return e.fn(src.data(), p.width * SourceChannels(source), out.Plane(0), out.Step(0),
+                            out.Plane(1), out.Step(1), p.Size());
               });
             });
           }};
@@ -439,8 +439,8 @@ Encoder EncodeSubC2(Export<InterleavedFn> e, Source source) {
             ConvertWholeBlocks(pic, raw, [&](const Picture& p, RawImage& out) {
               const std::vector<uint8_t> src = HubAs(p, source);
               runner.Call(e.name, [&] {
-                return e.fn(src.data(), p.width * SourceChannels(source), out.Plane(0),
-                            out.Step(0), p.Size());
+                return e.fn(src.data(), p.width * SourceChannels(source), out.Plane(0), out.Step(0),
+                            p.Size());
               });
             });
           }};
@@ -454,9 +454,8 @@ Encoder EncodeSubP3C2(Export<PlanarToInterleavedFn> e) {
               const std::vector<uint8_t> planes = SplitPlanes(p);
               const size_t n = p.Pixels();
               const Zyl8u* const src[3] = {&planes[0], &planes[n], &planes[2 * n]};
-              runner.Call(e.name, [&] {
-                return e.fn(src, p.width, out.Plane(0), out.Step(0), p.Size());
-              });
+              runner.Call(e.name,
+                          [&] { return e.fn(src, p.width, out.Plane(0), out.Step(0), p.Size()); });
             });
           }};
 }

@@ -119,6 +119,29 @@ ok convert ycc.ycbcr444p ycc-back.rgb --size 3x1
 [ "$(dump ycc-back.rgb)" = "0 0 255 254 254 254 128 128 128" ] ||
   fail "ycc-back.rgb holds $(dump ycc-back.rgb)"
 
+# Subsampled YCbCr (write only), by hand. 2x2 red green / blue red: Y = (16843 R +
+# 33030 G + 6423 B + 0x108000) >> 16 = 82, 145, 41, 82; block sums R 510, G 255, B 255:
+# Cb = (-9699 * 510 - 19071 * 255 + 28770 * 255 + 0x2008000) >> 18 = 118, Cr = (28770 * 510
+# - 24117 * 255 - 4653 * 255 + 0x2008000) >> 18 = 156. BT.709 (--matrix 709): Y = (11993 R +
+# 40239 G + 4063 B + 0x108000) >> 16 = 63, 173, 32; Cb = (-6619 * 510 - 22151 * 255 + 28770
+# * 255 + 0x2008000) >> 18 = 121, Cr = 156. yv12 stores Cr first, nv12 Cb Cr pairs.
+bytes sub.rgb 255 0 0  0 255 0  0 0 255  255 0 0
+ok convert sub.rgb sub.i420 --size 2x2
+[ "$(dump sub.i420)" = "82 145 41 82 118 156" ] || fail "sub.i420 holds $(dump sub.i420)"
+ok convert sub.rgb sub709.i420 --size 2x2 --matrix 709
+[ "$(dump sub709.i420)" = "63 173 32 63 121 156" ] || fail "sub709.i420 holds $(dump sub709.i420)"
+ok convert sub.rgb sub.yv12 --size 2x2
+[ "$(dump sub.yv12)" = "82 145 41 82 156 118" ] || fail "sub.yv12 holds $(dump sub.yv12)"
+ok convert sub.rgb sub.nv12 --size 2x2
+[ "$(dump sub.nv12)" = "82 145 41 82 118 156" ] || fail "sub.nv12 holds $(dump sub.nv12)"
+# An odd size is padded with its last column and row, so every chroma sample is written:
+# 3x1 red green blue -> blocks (red green)x2, Cb = (-28770 * 510 + 0x2008000) >> 18 = 72,
+# Cr = (4653 * 510 + 0x2008000) >> 18 = 137; and blue x4, Cb = (28770 * 1020 + 0x2008000)
+# >> 18 = 240, Cr = (-4653 * 1020 + 0x2008000) >> 18 = 110.
+bytes odd.rgb 255 0 0  0 255 0  0 0 255
+ok convert odd.rgb odd.i420 --size 3x1
+[ "$(dump odd.i420)" = "82 145 41 72 240 137 110" ] || fail "odd.i420 holds $(dump odd.i420)"
+
 # --------------------------------------------------------- bad inputs --
 # Each must exit non-zero with one stderr line starting "zylconv: ".
 bad() {
@@ -150,6 +173,10 @@ bad convert deep.ppm out.rgb
 bad convert short.ppm out.rgb
 bad convert tiny.png no-such-dir/out.rgb
 bad demo --out tiny.png/sub
+bad convert sub.i420 out.png --size 2x2
+bad convert sub.rgb out.yuy2 --size 2x2 --matrix 709
+bad convert sub.rgb out.i420 --size 2x2 --matrix 2020
+bad convert sub.rgb out.png --size 2x2 --matrix 709
 
 if [ "$failures" -ne 0 ]; then
   echo "$failures check(s) failed" >&2
