@@ -231,6 +231,111 @@ ZYL_API ZylStatus zyliGrayToRGB_32f_C1C4R(const Zyl32f* pSrc, int srcStep, Zyl32
 ZYL_API ZylStatus zyliYCbCr422ToGray_8u_C2C1R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst,
                                               int dstStep, ZylSize roiSize);
 
+/* ------------------------------------------------------------ PhotoYCC --
+ * RGB <-> Y, C1, C2 (luma scaled by 1/1.402, chroma centred on 156 and 137
+ * on the 8-bit scale). 8u in fixed point, 32f in single precision (forward
+ * unclamped, inverse clamped to 0..1); 16u maps 1.0 to 65535 and 16s is 16u
+ * shifted by -32768. AC4R leaves the destination alpha untouched.
+ */
+ZYL_API ZylStatus zyliRGBToYCC_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCC_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliYCCToRGB_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+
+/* --------------------------------------------------------------- YCoCg --
+ * B, G, R pixels (SBGR: signed 16-bit) <-> planes Y, Co, Cg sharing one
+ * step. Plain: Y = (R + 2G + B + 2) >> 2, Co = (R - B + 1) >> 1, Cg = (2G -
+ * R - B + 2) >> 2; _Rev: the lossless lifting scheme. Shifts floor. Any
+ * null pointer, the plane array or a plane, gives -8 before the size test.
+ * The four-channel inverses leave the fourth channel untouched.
+ */
+ZYL_API ZylStatus zyliBGRToYCoCg_8u16s_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl16s* const pDst[3],
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCoCg_8u16s_C4P3R(const Zyl8u* pSrc, int srcStep, Zyl16s* const pDst[3],
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCoCg_Rev_8u16s_C3P3R(const Zyl8u* pSrc, int srcStep,
+                                                 Zyl16s* const pDst[3], int dstStep,
+                                                 ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToYCoCg_Rev_8u16s_C4P3R(const Zyl8u* pSrc, int srcStep,
+                                                 Zyl16s* const pDst[3], int dstStep,
+                                                 ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToBGR_16s8u_P3C3R(const Zyl16s* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToBGR_16s8u_P3C4R(const Zyl16s* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                             int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToBGR_Rev_16s8u_P3C3R(const Zyl16s* const pSrc[3], int srcStep,
+                                                 Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToBGR_Rev_16s8u_P3C4R(const Zyl16s* const pSrc[3], int srcStep,
+                                                 Zyl8u* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_16s_C3P3R(const Zyl16s* pSrc, int srcStep, Zyl16s* const pDst[3],
+                                            int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_16s_C4P3R(const Zyl16s* pSrc, int srcStep, Zyl16s* const pDst[3],
+                                            int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_16s32s_C3P3R(const Zyl16s* pSrc, int srcStep,
+                                               Zyl32s* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_16s32s_C4P3R(const Zyl16s* pSrc, int srcStep,
+                                               Zyl32s* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_Rev_16s_C3P3R(const Zyl16s* pSrc, int srcStep,
+                                                Zyl16s* const pDst[3], int dstStep,
+                                                ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_Rev_16s_C4P3R(const Zyl16s* pSrc, int srcStep,
+                                                Zyl16s* const pDst[3], int dstStep,
+                                                ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_Rev_16s32s_C3P3R(const Zyl16s* pSrc, int srcStep,
+                                                   Zyl32s* const pDst[3], int dstStep,
+                                                   ZylSize roiSize);
+ZYL_API ZylStatus zyliSBGRToYCoCg_Rev_16s32s_C4P3R(const Zyl16s* pSrc, int srcStep,
+                                                   Zyl32s* const pDst[3], int dstStep,
+                                                   ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_16s_P3C3R(const Zyl16s* const pSrc[3], int srcStep, Zyl16s* pDst,
+                                            int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_16s_P3C4R(const Zyl16s* const pSrc[3], int srcStep, Zyl16s* pDst,
+                                            int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_32s16s_P3C3R(const Zyl32s* const pSrc[3], int srcStep,
+                                               Zyl16s* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_32s16s_P3C4R(const Zyl32s* const pSrc[3], int srcStep,
+                                               Zyl16s* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_Rev_16s_P3C3R(const Zyl16s* const pSrc[3], int srcStep,
+                                                Zyl16s* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_Rev_16s_P3C4R(const Zyl16s* const pSrc[3], int srcStep,
+                                                Zyl16s* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_Rev_32s16s_P3C3R(const Zyl32s* const pSrc[3], int srcStep,
+                                                   Zyl16s* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToSBGR_Rev_32s16s_P3C4R(const Zyl32s* const pSrc[3], int srcStep,
+                                                   Zyl16s* pDst, int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYCoCg_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                          int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYCoCgToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                          int dstStep, ZylSize roiSize);
+
 /* ------------------------------------ RGB to 4:2:0, 4:2:2 and 4:1:1 -----
  * BT.601 studio range unless the name says 709CSC (BT.709 studio) or
  * 709HDTV (BT.709 full range, outputs 1..254); YUV members use the analogue

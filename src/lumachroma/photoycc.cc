@@ -1,0 +1,1 @@
+// (family under construction)
