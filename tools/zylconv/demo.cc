@@ -186,7 +186,9 @@ int RunDemo(const std::string& out_dir) {
                     rate(forward), "-", check.c_str());
         continue;
       }
-      const std::string png = format.name + "_" + LayoutSuffixes(route.encode.exports) + "_" +
+      // BT.709 routes may share their layouts with BT.601 ones: the matrix goes in the name.
+      const std::string png = format.name + (route.bt709 ? "709" : "") + "_" +
+                              LayoutSuffixes(route.encode.exports) + "_" +
                               LayoutSuffixes(route.decode.exports) + ".png";
       WriteOpaquePng((dir / png).string(), back);
       std::printf("%-9s %-24s %-24s %7d %8.2f %9.1f %9.1f  %s\n", format.name.c_str(),

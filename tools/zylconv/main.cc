@@ -23,7 +23,7 @@ constexpr char kUsage[] =
     "  zylconv convert IN OUT [--from FMT] [--to FMT] [--size WxH] [--matrix 601|709]\n"
     "      convert between files; a format left out is taken from the file extension;\n"
     "      raw input formats need --size; --matrix picks BT.601 (default) or BT.709 for\n"
-    "      output formats that have both (i420, yv12, nv12, uyvy)\n"
+    "      raw formats that have both (i420, yv12, nv12, uyvy), read or written\n"
     "  zylconv list\n"
     "      list the formats and the library exports each one uses\n"
     "  zylconv --help\n";
@@ -116,14 +116,24 @@ std::string JoinExports(const std::vector<std::string>& exports) {
   return s;
 }
 
-// The route `convert` writes a raw format with: the first of the asked matrix.
-const Route& WriteRoute(const Format& format, const std::string& matrix) {
+// Whether a format is converted through library calls (and so through a matrix), rather
+// than read or written as RGB by the tool itself (png, ppm, rgb, rgba).
+bool UsesMatrix(const Format& format) {
+  for (const Route& r : format.routes) {
+    if (!r.encode.exports.empty() || !r.decode.exports.empty()) return true;
+  }
+  return false;
+}
+
+// The route `convert` reads or writes a raw format with: the first of the asked matrix, or
+// the first of all for a plain repack.
+const Route& MatrixRoute(const Format& format, const std::string& matrix) {
   if (!matrix.empty() && matrix != "601" && matrix != "709") {
     throw Error("bad --matrix '" + matrix + "' (expected 601 or 709)");
   }
   const bool bt709 = matrix == "709";
   for (const Route& r : format.routes) {
-    if (r.bt709 == bt709) return r;
+    if (r.bt709 == bt709 || !UsesMatrix(format)) return r;
   }
   throw Error("format " + format.name + " has no BT." + matrix + " route (see zylconv list)");
 }
@@ -135,6 +145,10 @@ int Convert(const std::vector<std::string>& args) {
   const std::string& out = opts.positional[1];
   const Format& from = ResolveFormat(opts.from, in, "--from");
   const Format& to = ResolveFormat(opts.to, out, "--to");
+  if (!opts.matrix.empty() && !UsesMatrix(from) && !UsesMatrix(to)) {
+    throw Error("--matrix applies to formats converted by the library, not " + from.name + " or " +
+                to.name);
+  }
 
   CallRunner runner;
   Picture pic;
@@ -150,22 +164,20 @@ int Convert(const std::vector<std::string>& args) {
                   opts.size + " is " + std::to_string(need) + " bytes");
     }
     raw.bytes() = std::move(bytes);
-    if (!from.routes.front().decode.run) {
+    const Route& route = MatrixRoute(from, opts.matrix);
+    if (!route.decode.run) {
       throw Error("reading " + from.name + " is not yet supported (it can be written)");
     }
-    pic = Decode(from.routes.front(), raw, runner);
-    used = from.routes.front().decode.exports;
+    pic = Decode(route, raw, runner);
+    used = route.decode.exports;
   } else {
     if (!opts.size.empty())
       throw Error("--size is for raw input only; " + from.name + " files carry their size");
     pic = from.container == Container::kPng ? ReadPng(in) : ReadPpm(in);
   }
 
-  if (!opts.matrix.empty() && to.container != Container::kRaw) {
-    throw Error("--matrix applies to raw output formats, not " + to.name);
-  }
   if (to.container == Container::kRaw) {
-    const Route& route = WriteRoute(to, opts.matrix);
+    const Route& route = MatrixRoute(to, opts.matrix);
     WriteFileBytes(out, Encode(to, route, pic, runner).bytes());
     used.insert(used.end(), route.encode.exports.begin(), route.encode.exports.end());
   } else if (to.container == Container::kPng) {

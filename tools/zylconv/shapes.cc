@@ -460,4 +460,183 @@ Encoder EncodeSubP3C2(Export<PlanarToInterleavedFn> e) {
           }};
 }
 
+// ------------------------------------------------------ subsampled decoders --
+
+namespace {
+
+// The decoders, like the encoders, convert whole chroma blocks only (an odd packed row would
+// even end in a pixel of its own rule). An odd size is therefore decoded at the size rounded
+// up to whole blocks, from a copy of the file whose chroma planes already have that size and
+// whose luma repeats its last column and row, and cropped into the hub.
+void DecodeWholeBlocks(const RawImage& raw, Picture& pic,
+                       const std::function<void(const RawImage&, Picture&)>& convert) {
+  int block_x = 1, block_y = 1;
+  std::vector<PlaneLayout> layouts;
+  for (int i = 0; i < raw.PlaneCount(); ++i) {
+    layouts.push_back(raw.Layout(i));
+    block_x = std::max(block_x, layouts.back().x_sub);
+    block_y = std::max(block_y, layouts.back().y_sub);
+  }
+  const int w = (pic.width + block_x - 1) / block_x * block_x;
+  const int h = (pic.height + block_y - 1) / block_y * block_y;
+  if (w == pic.width && h == pic.height) {
+    convert(raw, pic);
+    return;
+  }
+  RawImage whole(w, h, layouts);
+  for (int i = 0; i < raw.PlaneCount(); ++i) {
+    const size_t have = static_cast<size_t>(raw.Step(i)), want = static_cast<size_t>(whole.Step(i));
+    const size_t sample = static_cast<size_t>(raw.Layout(i).channels);
+    for (int y = 0; y < whole.PlaneHeight(i); ++y) {
+      const uint8_t* from =
+          raw.Plane(i) + static_cast<size_t>(std::min(y, raw.PlaneHeight(i) - 1)) * have;
+      uint8_t* to = whole.Plane(i) + static_cast<size_t>(y) * want;
+      std::memcpy(to, from, have);
+      for (size_t k = have; k < want; ++k) to[k] = to[k - sample];
+    }
+  }
+  Picture padded;
+  padded.width = w;
+  padded.height = h;
+  padded.rgb.assign(padded.Pixels() * 3, 0);
+  convert(whole, padded);
+  for (int y = 0; y < pic.height; ++y) {
+    std::memcpy(&pic.rgb[static_cast<size_t>(y) * pic.width * 3],
+                &padded.rgb[static_cast<size_t>(y) * w * 3], static_cast<size_t>(pic.width) * 3);
+  }
+}
+
+// Pixels an export wrote in `order` into the hub's R, G, B.
+void OrderToHub(const std::vector<uint8_t>& px, Source order, Picture& pic) {
+  const bool bgr = order == Source::kBgr || order == Source::kBgra;
+  const size_t channels = static_cast<size_t>(SourceChannels(order));
+  for (size_t i = 0; i < pic.Pixels(); ++i) {
+    const uint8_t* in = &px[i * channels];
+    pic.rgb[i * 3] = in[bgr ? 2 : 0];
+    pic.rgb[i * 3 + 1] = in[1];
+    pic.rgb[i * 3 + 2] = in[bgr ? 0 : 2];
+  }
+}
+
+// Calls an export with or without the alpha argument (255, opaque).
+template <class Fn, class... Args>
+ZylStatus CallMaybeAlpha(Fn fn, Args... args) {
+  if constexpr (std::is_invocable_v<Fn, Args..., Zyl8u>) {
+    return fn(args..., Zyl8u{255});
+  } else {
+    return fn(args...);
+  }
+}
+
+template <class Fn>
+Decoder SubP3Decoder(Export<Fn> e, Source order, bool swap_chroma) {
+  return {{e.name}, [e, order, swap_chroma](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(LumaFirst(raw, 3), "a subsampled three-plane decoder", e.name);
+            DecodeWholeBlocks(raw, pic, [&](const RawImage& in, Picture& out) {
+              const int c1 = swap_chroma ? 2 : 1, c2 = 3 - c1;
+              const Zyl8u* const src[3] = {in.Plane(0), in.Plane(c1), in.Plane(c2)};
+              const int steps[3] = {in.Step(0), in.Step(c1), in.Step(c2)};
+              const int channels = SourceChannels(order);
+              std::vector<uint8_t> px(out.Pixels() * channels);
+              runner.Call(e.name, [&] {
+                return CallMaybeAlpha(e.fn, src, steps, px.data(), out.width * channels,
+                                      out.Size());
+              });
+              OrderToHub(px, order, out);
+            });
+          }};
+}
+
+template <class Fn>
+Decoder SubP2Decoder(Export<Fn> e, Source order) {
+  return {{e.name}, [e, order](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(LumaFirst(raw, 2), "a luma and chroma-pair decoder", e.name);
+            DecodeWholeBlocks(raw, pic, [&](const RawImage& in, Picture& out) {
+              const int channels = SourceChannels(order);
+              std::vector<uint8_t> px(out.Pixels() * channels);
+              runner.Call(e.name, [&] {
+                return CallMaybeAlpha(e.fn, in.Plane(0), in.Step(0), in.Plane(1), in.Step(1),
+                                      px.data(), out.width * channels, out.Size());
+              });
+              OrderToHub(px, order, out);
+            });
+          }};
+}
+
+template <class Fn>
+Decoder SubC2Decoder(Export<Fn> e, Source order) {
+  return {{e.name}, [e, order](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(raw.PlaneCount() == 1 && raw.Layout(0).x_sub == 2, "a packed 4:2:2 decoder",
+                    e.name);
+            DecodeWholeBlocks(raw, pic, [&](const RawImage& in, Picture& out) {
+              const int channels = SourceChannels(order);
+              std::vector<uint8_t> px(out.Pixels() * channels);
+              runner.Call(e.name, [&] {
+                return CallMaybeAlpha(e.fn, in.Plane(0), in.Step(0), px.data(),
+                                      out.width * channels, out.Size());
+              });
+              OrderToHub(px, order, out);
+            });
+          }};
+}
+
+}  // namespace
+
+Decoder DecodeSubP3(Export<FromSubPlanesFn> e, Source order, bool swap_chroma) {
+  return SubP3Decoder(e, order, swap_chroma);
+}
+
+Decoder DecodeSubP3(Export<FromSubPlanesAlphaFn> e, Source order, bool swap_chroma) {
+  return SubP3Decoder(e, order, swap_chroma);
+}
+
+Decoder DecodeSubP2(Export<FromLumaChromaFn> e, Source order) { return SubP2Decoder(e, order); }
+
+Decoder DecodeSubP2(Export<FromLumaChromaAlphaFn> e, Source order) {
+  return SubP2Decoder(e, order);
+}
+
+Decoder DecodeSubP2AsP3(Export<FromSubPlanesFn> e, Source order) {
+  return {{e.name}, [e, order](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(LumaFirst(raw, 2) && raw.Layout(1).channels == 2,
+                    "a luma and chroma-pair decoder", e.name);
+            DecodeWholeBlocks(raw, pic, [&](const RawImage& in, Picture& out) {
+              const size_t n = static_cast<size_t>(in.PlaneWidth(1)) * in.PlaneHeight(1);
+              std::vector<uint8_t> chroma(2 * n);
+              for (size_t i = 0; i < n; ++i) {
+                chroma[i] = in.Plane(1)[2 * i];
+                chroma[n + i] = in.Plane(1)[2 * i + 1];
+              }
+              const Zyl8u* const src[3] = {in.Plane(0), &chroma[0], &chroma[n]};
+              const int steps[3] = {in.Step(0), in.PlaneWidth(1), in.PlaneWidth(1)};
+              const int channels = SourceChannels(order);
+              std::vector<uint8_t> px(out.Pixels() * channels);
+              runner.Call(e.name, [&] {
+                return e.fn(src, steps, px.data(), out.width * channels, out.Size());
+              });
+              OrderToHub(px, order, out);
+            });
+          }};
+}
+
+Decoder DecodeSubC2(Export<InterleavedFn> e, Source order) { return SubC2Decoder(e, order); }
+
+Decoder DecodeSubC2(Export<InterleavedAlphaFn> e, Source order) { return SubC2Decoder(e, order); }
+
+Decoder DecodeSubC2P3(Export<InterleavedToPlanarFn> e) {
+  return {{e.name}, [e](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(raw.PlaneCount() == 1 && raw.Layout(0).x_sub == 2, "a packed 4:2:2 decoder",
+                    e.name);
+            DecodeWholeBlocks(raw, pic, [&](const RawImage& in, Picture& out) {
+              const size_t n = out.Pixels();
+              std::vector<uint8_t> planes(n * 3);
+              Zyl8u* const dst[3] = {&planes[0], &planes[n], &planes[2 * n]};
+              runner.Call(e.name, [&] {
+                return e.fn(in.Plane(0), in.Step(0), dst, out.width, out.Size());
+              });
+              MergePlanes(planes, out);
+            });
+          }};
+}
+
 }  // namespace zylconv

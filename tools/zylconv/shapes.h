@@ -64,6 +64,27 @@ Encoder EncodeSubP2(Export<ToLumaChromaFn> e, Source source);  // -> Y, chroma p
 Encoder EncodeSubC2(Export<InterleavedFn> e, Source source);   // -> packed 4:2:2
 Encoder EncodeSubP3C2(Export<PlanarToInterleavedFn> e);        // R, G, B planes -> packed 4:2:2
 
+// Subsampled decoders: the export writes the pixels in the order and layout `order` names (a
+// fourth byte, written 255, is dropped: these files carry no alpha); an odd size is decoded at
+// the size rounded up to whole blocks, from the file's rounded-up chroma with the last luma
+// column and row repeated, and cropped, so every pixel is decoded the same way. `swap_chroma`
+// hands the export the file's two chroma planes in the other order (Y, Cr, Cb files through a
+// Y, Cb, Cr export and back).
+using FromSubPlanesFn = ZylStatus (*)(const Zyl8u* const*, const int*, Zyl8u*, int, ZylSize);
+using FromSubPlanesAlphaFn = ZylStatus (*)(const Zyl8u* const*, const int*, Zyl8u*, int, ZylSize,
+                                           Zyl8u);
+using FromLumaChromaFn = ZylStatus (*)(const Zyl8u*, int, const Zyl8u*, int, Zyl8u*, int, ZylSize);
+using FromLumaChromaAlphaFn = ZylStatus (*)(const Zyl8u*, int, const Zyl8u*, int, Zyl8u*, int,
+                                            ZylSize, Zyl8u);
+Decoder DecodeSubP3(Export<FromSubPlanesFn> e, Source order, bool swap_chroma = false);
+Decoder DecodeSubP3(Export<FromSubPlanesAlphaFn> e, Source order, bool swap_chroma = false);
+Decoder DecodeSubP2(Export<FromLumaChromaFn> e, Source order);       // Y, chroma pairs ->
+Decoder DecodeSubP2(Export<FromLumaChromaAlphaFn> e, Source order);  // Y, chroma pairs ->
+Decoder DecodeSubP2AsP3(Export<FromSubPlanesFn> e, Source order);    // pairs split into planes
+Decoder DecodeSubC2(Export<InterleavedFn> e, Source order);          // packed 4:2:2 ->
+Decoder DecodeSubC2(Export<InterleavedAlphaFn> e, Source order);     // packed 4:2:2 ->
+Decoder DecodeSubC2P3(Export<InterleavedToPlanarFn> e);  // packed 4:2:2 -> R, G, B planes
+
 }  // namespace zylconv
 
 #endif  // ZYLCONV_SHAPES_H_

@@ -119,7 +119,7 @@ ok convert ycc.ycbcr444p ycc-back.rgb --size 3x1
 [ "$(dump ycc-back.rgb)" = "0 0 255 254 254 254 128 128 128" ] ||
   fail "ycc-back.rgb holds $(dump ycc-back.rgb)"
 
-# Subsampled YCbCr (write only), by hand. 2x2 red green / blue red: Y = (16843 R +
+# Subsampled YCbCr, by hand. 2x2 red green / blue red: Y = (16843 R +
 # 33030 G + 6423 B + 0x108000) >> 16 = 82, 145, 41, 82; block sums R 510, G 255, B 255:
 # Cb = (-9699 * 510 - 19071 * 255 + 28770 * 255 + 0x2008000) >> 18 = 118, Cr = (28770 * 510
 # - 24117 * 255 - 4653 * 255 + 0x2008000) >> 18 = 156. BT.709 (--matrix 709): Y = (11993 R +
@@ -141,6 +141,30 @@ ok convert sub.rgb sub.nv12 --size 2x2
 bytes odd.rgb 255 0 0  0 255 0  0 0 255
 ok convert odd.rgb odd.i420 --size 3x1
 [ "$(dump odd.i420)" = "82 145 41 72 240 137 110" ] || fail "odd.i420 holds $(dump odd.i420)"
+# And back: R = (76284 Y + 104595 Cr' - 1187776) >> 16, G = (76284 Y - 25690 Cb' - 53281 Cr'
+# - 1187776) >> 16, B = (76284 Y + 132186 Cb' - 1187776) >> 16, clamped. sub: Cb' -10, Cr' 28;
+# 76284 Y - 1187776 = 5067512, 9873404, 1939868 for Y 82, 145, 41: R 7996172 -> 122, 12802064
+# -> 195, 4868528 -> 74; G (+ 256900 - 1491868) 3832544 -> 58, 8638436 -> 131, 704900 -> 10;
+# B (- 1321860) 3745652 -> 57, 8551544 -> 130, 618008 -> 9. yv12 and nv12 hold the same.
+for f in sub.i420 sub.yv12 sub.nv12; do
+  ok convert $f $f.rgb --size 2x2
+  [ "$(dump $f.rgb)" = "122 58 57 195 131 130 74 10 9 122 58 57" ] ||
+    fail "$f.rgb holds $(dump $f.rgb)"
+done
+# BT.709 (--matrix 709 on the input): weights 117506, 13959, 34931, 138412; Cb' -7, Cr' 28;
+# 76284 Y - 1187776 = 3618116, 12009356, 1253312 for Y 63, 173, 32: R (+ 3290168) -> 105, 233,
+# 69; G (+ 97713 - 978068) 2737761 -> 41, 11129001 -> 169, 372957 -> 5; B (- 968884) -> 40,
+# 168, 4.
+ok convert sub709.i420 sub709.rgb --size 2x2 --matrix 709
+[ "$(dump sub709.rgb)" = "105 41 40 233 169 168 69 5 4 105 41 40" ] ||
+  fail "sub709.rgb holds $(dump sub709.rgb)"
+# The odd 3x1 file is decoded at 4x2 from its rounded-up chroma and cropped: pixels 0, 1 take
+# Cb' -56, Cr' 9: R (+ 941355) 6008867 -> 91, 10814759 -> 165; G (+ 1438640 - 479529)
+# 6026623 -> 91, 10832515 -> 165; B (- 7402416) -> 0, 2470988 -> 37. Pixel 2: Cb' 112,
+# Cr' -18: R 1939868 - 1882710 -> 0, G 1939868 - 2877280 + 959058 -> 0, B 16744700 -> 255.
+ok convert odd.i420 odd-back.rgb --size 3x1
+[ "$(dump odd-back.rgb)" = "91 91 0 165 165 37 0 0 255" ] ||
+  fail "odd-back.rgb holds $(dump odd-back.rgb)"
 
 # --------------------------------------------------------- bad inputs --
 # Each must exit non-zero with one stderr line starting "zylconv: ".
@@ -173,7 +197,8 @@ bad convert deep.ppm out.rgb
 bad convert short.ppm out.rgb
 bad convert tiny.png no-such-dir/out.rgb
 bad demo --out tiny.png/sub
-bad convert sub.i420 out.png --size 2x2
+bad convert sub.i420 out.png --size 3x3
+bad convert sub.yv12 out.png --size 2x2 --matrix 2020
 bad convert sub.rgb out.yuy2 --size 2x2 --matrix 709
 bad convert sub.rgb out.i420 --size 2x2 --matrix 2020
 bad convert sub.rgb out.png --size 2x2 --matrix 709
