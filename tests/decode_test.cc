@@ -22,6 +22,7 @@
 #include "tests/support/arg_check.h"
 #include "tests/support/generators.h"
 #include "tests/support/guarded_image.h"
+#include "tests/support/sweep.h"
 #include "tests/support/targets.h"
 
 namespace zyl::test {
@@ -181,11 +182,6 @@ const DecodeExport kExports[] = {
 
 // ----------------------------------------------------------------- reference --
 
-// floor(v / 2^bits): the arithmetic shift of the definitions, spelled out.
-int64_t Shr(int64_t v, int bits) {
-  const int64_t d = int64_t{1} << bits;
-  return v >= 0 ? v / d : -((-v + d - 1) / d);
-}
 int Clamp8(int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, 0, 255)); }
 
 // R = S[(kY Y + r_cr Cr' + off_r) >> 16], G = S[(kY Y - g_cb Cb' - g_cr Cr' + off_g) >> 16],
@@ -323,34 +319,6 @@ std::optional<uint8_t> DstByte(const DecodeExport& e, const std::optional<Px>& p
 
 // ------------------------------------------------------------------- running --
 
-// Steps of the luma (or packed) image, the two chroma images, and the destination.
-struct StepPlan {
-  std::array<Steps, 3> src;
-  Placement src_place;
-  Steps dst;
-  Placement dst_place;
-};
-
-// Contiguous, padded, upward-walking and zero steps, different per plane (a plane walked with
-// another plane's step shows up); sources at a page end catch reads past the region,
-// destinations there catch writes.
-// clang-format off
-const StepPlan kPlans[] = {
-    {{Steps::kPacked, Steps::kPacked, Steps::kPacked}, Placement::kPageEnd,
-     Steps::kPacked, Placement::kPageEnd},
-    {{Steps::kPadded, Steps::kPadded, Steps::kPadded}, Placement::kHeap,
-     Steps::kPadded, Placement::kHeap},
-    {{Steps::kNegative, Steps::kPadded, Steps::kNegative}, Placement::kPageEnd,
-     Steps::kPadded, Placement::kHeap},
-    {{Steps::kPadded, Steps::kNegative, Steps::kPacked}, Placement::kHeap,
-     Steps::kNegative, Placement::kPageEnd},
-    {{Steps::kZero, Steps::kPadded, Steps::kPacked}, Placement::kHeap,
-     Steps::kPadded, Placement::kHeap},
-    {{Steps::kPadded, Steps::kZero, Steps::kZero}, Placement::kHeap,
-     Steps::kZero, Placement::kHeap},
-};
-// clang-format on
-
 Case MakeCase(const DecodeExport& e, int w, int h, const StepPlan& plan, uint32_t seed) {
   Case c;
   const std::vector<SrcShape> shapes = SourceShapes(e, w, h);
@@ -360,7 +328,7 @@ Case MakeCase(const DecodeExport& e, int w, int h, const StepPlan& plan, uint32_
                                           ImageOptions{s, plan.src_place, seed + uint32_t(i)}));
   }
   c.dst = std::make_unique<Img>(
-      w, h, e.dst, ImageOptions{e.whole ? Steps::kPacked : plan.dst, plan.dst_place, seed + 5});
+      w, h, e.dst, ImageOptions{e.whole ? Steps::kPacked : plan.dst[0], plan.dst_place, seed + 5});
   c.before = c.dst->Save();
   return c;
 }
@@ -403,40 +371,26 @@ class DecodeExports : public ::testing::TestWithParam<DecodeExport> {};
 
 // -------------------------------------------------------- reference comparison --
 
-// 1..40 covers one block and its neighbours for the 16- and 32-pixel blocks; 63..65 and
-// 127..129 the 64-pixel AVX-512 blocks and two of them. Height 1 writes nothing in 4:2:0 (+35);
-// heights 3 and 7 leave an odd last row; height 4 takes the range ends and the chroma midpoint
-// (every clamp) instead of random bytes. Widths 1 and 3 take the packed lone pixel's own chroma
-// for both, widths from 5 the chroma of the pair before it.
+// Height 1 writes nothing in 4:2:0 (+35); heights 3 and 7 leave an odd last row; height 4 takes
+// the range ends and the chroma midpoint (every clamp) instead of random bytes. Widths 1 and 3
+// take the packed lone pixel's own chroma for both, widths from 5 the chroma of the pair before
+// it.
 TEST_P(DecodeExports, MatchesReference) {
   const DecodeExport& e = GetParam();
-  std::vector<int> widths;
-  for (int w = 1; w <= 40; ++w) widths.push_back(w);
-  for (int w : {63, 64, 65, 127, 128, 129}) widths.push_back(w);
   ForEachTarget([&](int) {
-    uint32_t seed = 1;
-    int plan = 0;
-    for (int h : {1, 2, 3, 4, 7}) {
-      for (int w : widths) {
-        const StepPlan& p = kPlans[plan++ % std::size(kPlans)];
-        SCOPED_TRACE(::testing::Message() << w << "x" << h << " luma " << StepsName(p.src[0])
-                                          << " dst " << StepsName(p.dst));
-        seed += 8;
-        const Case c = MakeCase(e, w, h, p, seed);
-        std::mt19937 rng(seed);
-        for (const auto& img : c.src) {
-          if (h == 4) {
-            img->Fill([&](int, int, int) { return Extremes8u()[rng() % Extremes8u().size()]; });
-          } else {
-            FillRandom(*img, seed + 99);
-          }
-        }
-        if (!RunAndCheck(e, c, static_cast<Zyl8u>(seed * 37),
-                         [&](int x, int y) { return Expected(e, c, x, y); })) {
-          return;  // one report per target is enough
+    Sweep(Plans::kCycled, {1, 2, 3, 4, 7}, SweepWidths(), [&](const SweepCase& s) {
+      const Case c = MakeCase(e, s.width, s.height, s.plan, s.seed);
+      std::mt19937 rng(s.seed);
+      for (const auto& img : c.src) {
+        if (s.height == 4) {
+          img->Fill([&](int, int, int) { return Extremes8u()[rng() % Extremes8u().size()]; });
+        } else {
+          FillRandom(*img, s.seed + 99);
         }
       }
-    }
+      return RunAndCheck(e, c, static_cast<Zyl8u>(s.seed * 37),
+                         [&](int x, int y) { return Expected(e, c, x, y); });
+    });
   });
 }
 
@@ -506,7 +460,7 @@ TEST_P(DecodeExports, KnownAnswers) {
       ForEachTarget([&](int) {
         SCOPED_TRACE(::testing::Message() << "Y Cb Cr " << k.in[0] << " " << k.in[1] << " "
                                           << k.in[2] << ", width " << w);
-        const Case c = MakeCase(e, w, 3, kPlans[1], 4);
+        const Case c = MakeCase(e, w, 3, kStepPlans[1], 4);
         FillFlat(e, c, k.in[0], k.in[1], k.in[2]);
         RunAndCheck(e, c, 0xC3, [&](int x, int y) -> std::optional<Px> {
           const Pixel where = Written(e, w, 3, x, y);
@@ -520,10 +474,7 @@ TEST_P(DecodeExports, KnownAnswers) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Decode, DecodeExports, ::testing::ValuesIn(kExports),
-                         [](const ::testing::TestParamInfo<DecodeExport>& info) {
-                           return info.param.row.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Decode, DecodeExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
 // The lone last pixel of the BT.601 packed members, by hand (packed constants). Bytes by role
 // C0 (Cb, or Cr for YCrCb) and C1:
@@ -553,7 +504,7 @@ TEST(DecodePacked, LonePixelByHand) {
           w == 3 ? std::vector<int>{16, 128, 16, 128, 100, 200}
                  : std::vector<int>{16, 128, 16, 128, 16, 128, 16, 60, 100, 200};
       ForEachTarget([&](int) {
-        const Case c = MakeCase(e, w, 2, kPlans[0], 5);
+        const Case c = MakeCase(e, w, 2, kStepPlans[0], 5);
         c.src[0]->Fill([&](int x, int, int ch) {
           // Cb Y0 Cr Y1 swaps each (Y, C) byte pair of the role order.
           return static_cast<uint8_t>(row[2 * x + (e.cby_first ? 1 - ch : ch)]);
@@ -580,7 +531,7 @@ TEST(DecodeFilter, VerticalHalfSampleByHand) {
                        {179, 0, 0}, {190, 0, 0}, {179, 0, 0}, {179, 0, 0}};
   for (int w : {4, 130}) {
     ForEachTarget([&](int) {
-      const Case c = MakeCase(e, w, 8, kPlans[1], 6);
+      const Case c = MakeCase(e, w, 8, kStepPlans[1], 6);
       FillFlat(e, c, 16, 128, 128);
       c.src[1]->Fill([](int, int y, int) { return static_cast<uint8_t>(y < 2 ? 128 : 240); });
       RunAndCheck(e, c, 0x80, [&](int, int y) { return std::optional<Px>(kRows[y]); });
@@ -850,8 +801,7 @@ TEST(DecodeRoundTrip, Yuv420FlatBlocks) {
 // ------------------------------------------------------------ argument checks --
 
 std::vector<ExportRow> ArgRows() {
-  std::vector<ExportRow> rows;
-  for (const DecodeExport& e : kExports) rows.push_back(e.row);
+  std::vector<ExportRow> rows = RowsOf(kExports);
   for (const V210Export& e : kV210) rows.push_back(e.row);
   return rows;
 }
@@ -864,7 +814,7 @@ TEST(DecodeArgs, NullStepArray) {
   for (const DecodeExport& e : kExports) {
     if (e.whole || e.shape == Shape::k420P2 || e.shape == Shape::k422C2) continue;
     SCOPED_TRACE(e.row.name);
-    const Case c = MakeCase(e, 8, 2, kPlans[1], 7);
+    const Case c = MakeCase(e, 8, 2, kStepPlans[1], 7);
     EXPECT_EQ(Call(e, c, kNullStepArray), zylStsNullPtrErr);
     EXPECT_EQ(Call(e, c, kNullStepArray, ZylSize{0, 2}),
               e.row.order == CheckOrder::kSizeFirst ? zylStsSizeErr : zylStsNullPtrErr);

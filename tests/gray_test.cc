@@ -22,6 +22,7 @@
 #include "include/zylcc.h"
 #include "tests/support/arg_check.h"
 #include "tests/support/guarded_image.h"
+#include "tests/support/sweep.h"
 #include "tests/support/targets.h"
 
 namespace zyl::test {
@@ -196,14 +197,6 @@ const GrayExport kExports[] = {
     ZYL_GRAY_ROW(Zyl8u, zyliYCbCr422ToGray_8u_C2C1R, kLuma, kC2, kC1),
 };
 
-const GrayExport& Find(const std::string& name) {
-  for (const GrayExport& e : kExports) {
-    if (e.row.name == name) return e;
-  }
-  ADD_FAILURE() << name << " is not in the table";
-  return kExports[0];
-}
-
 // Destination channel c of pixel x in a row of `width` pixels whose source
 // pixel holds `in`.
 template <class T>
@@ -303,7 +296,7 @@ const Known kKnown[] = {
 TEST(GrayKnown, HandWorkedValues) {
   for (const Known& k : kKnown) {
     SCOPED_TRACE(::testing::Message() << k.name << " coefficient set " << k.param);
-    const GrayExport& e = Find(k.name);
+    const GrayExport& e = FindRow(kExports, k.name);
     std::visit(
         [&](auto tag) {
           using T = decltype(tag);
@@ -336,35 +329,11 @@ TEST(GrayKnown, LumaOf422) {
 
 // ---------------------------------------------------- against reference --
 
-struct StepPlan {
-  Steps src, dst;
-  Placement src_place, dst_place;
-};
-
-// Page ends after sources catch reads past the region, after destinations
-// writes past it.
-const StepPlan kPlans[] = {
-    {Steps::kPacked, Steps::kPacked, Placement::kPageEnd, Placement::kPageEnd},
-    {Steps::kPadded, Steps::kPadded, Placement::kHeap, Placement::kHeap},
-    {Steps::kNegative, Steps::kPadded, Placement::kPageEnd, Placement::kHeap},
-    {Steps::kPadded, Steps::kNegative, Placement::kHeap, Placement::kPageEnd},
-    {Steps::kZero, Steps::kPadded, Placement::kHeap, Placement::kHeap},
-    {Steps::kPadded, Steps::kZero, Placement::kHeap, Placement::kHeap},
-};
-
-// 1..40 and 47..49: the 16-pixel block of the 8-bit sums, one to three of
-// them, and the 16- and 32-lane vectors; 63..65 and 127..129 the 64-lane ones.
-std::vector<int> Widths() {
-  std::vector<int> w;
-  for (int i = 1; i <= 40; ++i) w.push_back(i);
-  for (int i : {47, 48, 49, 63, 64, 65, 127, 128, 129}) w.push_back(i);
-  return w;
-}
-
 // The 8-bit rows show the body formula on exactly the first width & ~15
-// pixels and the tail formula after them, on every target. Integer results do
-// not depend on the caller's rounding mode, which the calls leave as they
-// found it (float results follow it, so those run in the default mode).
+// pixels and the tail formula after them, on every target; widths 47..49 take
+// one to three of their 16-pixel blocks. Integer results do not depend on the
+// caller's rounding mode, which the calls leave as they found it (float
+// results follow it, so those run in the default mode).
 TEST_P(GrayExports, MatchesReference) {
   const GrayExport& e = GetParam();
   const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
@@ -372,36 +341,30 @@ TEST_P(GrayExports, MatchesReference) {
       [&](auto tag) {
         using T = decltype(tag);
         ForEachTarget([&](int) {
-          uint32_t seed = 1;
-          for (const StepPlan& plan : kPlans) {
-            for (int height : {1, 3}) {
-              for (int width : Widths()) {
-                ++seed;
-                const int param = e.coeffs ? static_cast<int>(seed % kCoeffSets) : 7;
-                const int mode = std::is_floating_point_v<T> ? FE_TONEAREST : kModes[seed % 4];
-                SCOPED_TRACE(::testing::Message()
-                             << width << "x" << height << " src " << StepsName(plan.src) << " dst "
-                             << StepsName(plan.dst) << " param " << param << " rounding mode "
-                             << mode);
-                GuardedImage<T> src(width, height, e.src, {plan.src, plan.src_place, seed});
-                GuardedImage<T> dst(width, height, e.dst, {plan.dst, plan.dst_place, seed + 99});
-                std::mt19937 rng(seed);
-                src.Fill([&](int, int, int) { return RandomValue<T>(rng); });
-                const auto before = dst.Save();
-                std::fesetround(mode);
-                const ZylStatus status = CallOnImages(e.row, param, src, dst);
-                const int mode_after = std::fegetround();
-                std::fesetround(FE_TONEAREST);
-                ASSERT_EQ(status, zylStsOk);
-                ASSERT_EQ(mode_after, mode);
-                ASSERT_TRUE(dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
+          Sweep(Plans::kEvery, {1, 3}, SweepWidths({47, 48, 49}), [&](const SweepCase& s) {
+            const int param = e.coeffs ? static_cast<int>(s.seed % kCoeffSets) : 7;
+            const int mode = std::is_floating_point_v<T> ? FE_TONEAREST : kModes[s.seed / 8 % 4];
+            SCOPED_TRACE(::testing::Message() << "param " << param << " rounding mode " << mode);
+            GuardedImage<T> src(s.width, s.height, e.src, s.Src());
+            GuardedImage<T> dst(s.width, s.height, e.dst, s.Dst());
+            std::mt19937 rng(s.seed);
+            src.Fill([&](int, int, int) { return RandomValue<T>(rng); });
+            const auto before = dst.Save();
+            std::fesetround(mode);
+            const ZylStatus status = CallOnImages(e.row, param, src, dst);
+            const int mode_after = std::fegetround();
+            std::fesetround(FE_TONEAREST);
+            EXPECT_EQ(status, zylStsOk);
+            EXPECT_EQ(mode_after, mode);
+            const ::testing::AssertionResult same =
+                dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
                   T in[4] = {};
                   for (int k = 0; k < e.src.channels; ++k) in[k] = src.At(x, y, k);
-                  return Expected<T>(e, param, width, x, c, in);
-                }));
-              }
-            }
-          }
+                  return Expected<T>(e, param, s.width, x, c, in);
+                });
+            EXPECT_TRUE(same);
+            return status == zylStsOk && mode_after == mode && same;
+          });
         });
       },
       e.type);
@@ -464,10 +427,7 @@ TEST_P(GrayExports, OddSteps) {
       e.type);
 }
 
-INSTANTIATE_TEST_SUITE_P(Gray, GrayExports, ::testing::ValuesIn(kExports),
-                         [](const ::testing::TestParamInfo<GrayExport>& info) {
-                           return info.param.row.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Gray, GrayExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
 // ---------------------------------------------------------------- overlap --
 
@@ -515,13 +475,7 @@ TEST(GrayArgs, CoefficientsUnreadWhenRejected) {
 
 // ------------------------------------------------------- argument checks --
 
-std::vector<ExportRow> ArgRows() {
-  std::vector<ExportRow> rows;
-  for (const GrayExport& e : kExports) rows.push_back(e.row);
-  return rows;
-}
-
-INSTANTIATE_TEST_SUITE_P(Gray, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+INSTANTIATE_TEST_SUITE_P(Gray, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
 }  // namespace
 }  // namespace zyl::test

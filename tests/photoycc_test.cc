@@ -33,13 +33,6 @@ namespace {
 using I3 = std::array<int64_t, 3>;
 using F3 = std::array<float, 3>;
 
-// floor(v / 2^n), spelled out src_opt the reference does not lean on how the
-// compiler shifts negative values.
-int64_t Shr(int64_t v, int n) {
-  const int64_t d = int64_t{1} << n;
-  return v >= 0 ? v / d : -((-v + d - 1) / d);
-}
-
 I3 Ycc8(I3 p) {
   const int64_t s = 4898 * p[0] + 9617 * p[1] + 1867 * p[2];
   return {Shr(Shr(s, 10) * 2921, 16), (Shr(Shr(p[2] * 16384 - s, 10) * 1789, 16) + 156) & 255,
@@ -270,18 +263,9 @@ class PhotoYccExports : public ::testing::TestWithParam<PhotoExport> {};
 
 TEST_P(PhotoYccExports, MatchesReference) { ZYL_PYCC_TYPED(AgainstReference, GetParam(), 0); }
 
-INSTANTIATE_TEST_SUITE_P(PhotoYcc, PhotoYccExports, ::testing::ValuesIn(kExports),
-                         [](const ::testing::TestParamInfo<PhotoExport>& info) {
-                           return info.param.row.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(PhotoYcc, PhotoYccExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
-std::vector<ExportRow> ArgRows() {
-  std::vector<ExportRow> rows;
-  for (const PhotoExport& e : kExports) rows.push_back(e.row);
-  return rows;
-}
-
-INSTANTIATE_TEST_SUITE_P(PhotoYcc, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+INSTANTIATE_TEST_SUITE_P(PhotoYcc, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
 // ------------------------------------------------------------ round trip --
 

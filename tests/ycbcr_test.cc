@@ -7,18 +7,17 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <functional>
 #include <optional>
 #include <vector>
 
 #include "include/zylcc.h"
-#include "src/core/dispatch.h"
 #include "tests/support/arg_check.h"
+#include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
 #include "tests/support/guarded_image.h"
+#include "tests/support/sweep.h"
 #include "tests/support/targets.h"
 
 namespace zyl::test {
@@ -29,12 +28,6 @@ using Px = std::array<uint8_t, 3>;
 
 // ------------------------------------------------------------ reference --
 
-// floor(v / 2^bits): the arithmetic right shift of the definition, spelled out so the
-// reference does not lean on how the compiler shifts negative values.
-int64_t Shr(int64_t v, int bits) {
-  const int64_t d = int64_t{1} << bits;
-  return v >= 0 ? v / d : -((-v + d - 1) / d);
-}
 uint8_t Clamp(int64_t v) { return static_cast<uint8_t>(std::clamp<int64_t>(v, 0, 255)); }
 
 // BT.601 forward: rounded, never clamped (the chroma bytes are the low 8 bits of the sum).
@@ -289,53 +282,18 @@ TEST_P(YcbcrExports, KnownAnswers) {
 
 // -------------------------------------------------- reference comparison --
 
-struct StepPlan {
-  Steps src, dst;
-  Placement src_place, dst_place;
-};
-
-// Contiguous, padded, upward-walking and zero steps on either side; sources at a page end
-// catch reads past the region, destinations there catch writes.
-const StepPlan kPlans[] = {
-    {Steps::kPacked, Steps::kPacked, Placement::kPageEnd, Placement::kPageEnd},
-    {Steps::kPadded, Steps::kPadded, Placement::kHeap, Placement::kHeap},
-    {Steps::kNegative, Steps::kPadded, Placement::kPageEnd, Placement::kHeap},
-    {Steps::kPadded, Steps::kNegative, Placement::kHeap, Placement::kPageEnd},
-    {Steps::kZero, Steps::kPadded, Placement::kHeap, Placement::kHeap},
-    {Steps::kPadded, Steps::kZero, Placement::kHeap, Placement::kHeap},
-};
-
-// 1..40 covers one block and its neighbours for SSE4 (16) and AVX2 (32); 63..65 and
-// 127..129 do it for AVX-512 (64) and two of its blocks.
-std::vector<int> Widths() {
-  std::vector<int> w;
-  for (int i = 1; i <= 40; ++i) w.push_back(i);
-  for (int i : {63, 64, 65, 127, 128, 129}) w.push_back(i);
-  return w;
-}
-
 // Random sources include random source alpha (AC4R, AC4P3R); the alpha argument changes
 // from call to call, so a P3C4R that writes a fixed value cannot pass.
 TEST_P(YcbcrExports, MatchesReferenceOnRandomImages) {
   const YcbcrExport& e = GetParam();
   ForEachTarget([&](int) {
-    uint32_t seed = 1;
-    for (const StepPlan& plan : kPlans) {
-      for (int height : {1, 3, 7}) {
-        for (int width : Widths()) {
-          SCOPED_TRACE(::testing::Message()
-                       << width << "x" << height << " src " << StepsName(plan.src) << " dst "
-                       << StepsName(plan.dst));
-          Img src(width, height, e.src, {plan.src, plan.src_place, ++seed});
-          Img dst(width, height, e.dst, {plan.dst, plan.dst_place, ++seed});
-          FillRandom(src, seed);
-          if (!RunAndCheck(e, src, dst, static_cast<Zyl8u>(seed * 37),
-                           [&](int x, int y) { return Reference(e, src, x, y); })) {
-            return;  // one report per target is enough
-          }
-        }
-      }
-    }
+    Sweep(Plans::kEvery, {1, 3, 7}, SweepWidths(), [&](const SweepCase& c) {
+      Img src(c.width, c.height, e.src, c.Src());
+      Img dst(c.width, c.height, e.dst, c.Dst());
+      FillRandom(src, c.seed);
+      return RunAndCheck(e, src, dst, static_cast<Zyl8u>(c.seed * 37),
+                         [&](int x, int y) { return Reference(e, src, x, y); });
+    });
   });
 }
 
@@ -351,71 +309,9 @@ TEST_P(YcbcrExports, MatchesReferenceOnExtremes) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Ycbcr, YcbcrExports, ::testing::ValuesIn(kExports),
-                         [](const ::testing::TestParamInfo<YcbcrExport>& info) {
-                           return info.param.row.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Ycbcr, YcbcrExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
 // ------------------------------------------------------------ exhaustive --
-
-// Every possible 8-bit triple once, as a 4096 x 4096 image whose pixel i holds
-// (i >> 16, (i >> 8) & 255, i & 255), both interleaved and as three planes.
-struct AllTriples {
-  static constexpr int kSide = 4096;
-  static constexpr size_t kCount = size_t{1} << 24;
-
-  AllTriples() : interleaved(3 * kCount), planes(3 * kCount) {
-    for (size_t i = 0; i < kCount; ++i) {
-      const Px p = At(i);
-      for (size_t c = 0; c < 3; ++c) interleaved[3 * i + c] = planes[c * kCount + i] = p[c];
-    }
-  }
-  static Px At(size_t i) {
-    return {static_cast<uint8_t>(i >> 16), static_cast<uint8_t>(i >> 8), static_cast<uint8_t>(i)};
-  }
-  std::array<const Zyl8u*, 3> Planes() const {
-    return {&planes[0], &planes[kCount], &planes[2 * kCount]};
-  }
-
-  std::vector<uint8_t> interleaved, planes;
-};
-
-const AllTriples& Triples() {
-  static const AllTriples* const kTriples = new AllTriples;
-  return *kTriples;
-}
-
-// Runs `convert` (source triples -> 3-channel interleaved destination of 2^24 pixels) on each
-// target and compares every byte with the reference.
-void Exhaustive(const char* what, Px (*reference)(Px),
-                const std::function<ZylStatus(const AllTriples&, Zyl8u*)>& convert) {
-  const AllTriples& all = Triples();
-  std::vector<uint8_t> want(3 * AllTriples::kCount), got(want.size());
-  for (size_t i = 0; i < AllTriples::kCount; ++i) {
-    const Px out = reference(AllTriples::At(i));
-    std::copy(out.begin(), out.end(), &want[3 * i]);
-  }
-  ForEachTarget([&](int target) {
-    std::fill(got.begin(), got.end(), uint8_t{0x5A});
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_EQ(convert(all, got.data()), zylStsOk);
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    std::printf("[ timing   ] %s, all 2^24 pixels, %s: %.3f s\n", what, TargetName(target),
-                took.count());
-    const auto bad = std::mismatch(got.begin(), got.end(), want.begin());
-    if (bad.first != got.end()) {
-      const size_t i = static_cast<size_t>(bad.first - got.begin()) / 3;
-      const Px in = AllTriples::At(i);
-      ADD_FAILURE() << what << ": input (" << int{in[0]} << ", " << int{in[1]} << ", " << int{in[2]}
-                    << ") expected (" << int{want[3 * i]} << ", " << int{want[3 * i + 1]} << ", "
-                    << int{want[3 * i + 2]} << ") got (" << int{got[3 * i]} << ", "
-                    << int{got[3 * i + 1]} << ", " << int{got[3 * i + 2]} << ")";
-    }
-  });
-}
-
-constexpr ZylSize kAllSize{AllTriples::kSide, AllTriples::kSide};
-constexpr int kSide3 = 3 * AllTriples::kSide;
 
 TEST(YcbcrExhaustive, EveryRgbTriple) {
   Exhaustive("zyliRGBToYCbCr_8u_C3R", RgbToYcbcrRef, [](const AllTriples& all, Zyl8u* dst) {
@@ -544,13 +440,7 @@ TEST(YcbcrRoundTrip, Bt601StudioPairOverAllColors) {
 
 // ------------------------------------------------------- argument checks --
 
-std::vector<ExportRow> ArgRows() {
-  std::vector<ExportRow> rows;
-  for (const YcbcrExport& e : kExports) rows.push_back(e.row);
-  return rows;
-}
-
-INSTANTIATE_TEST_SUITE_P(Ycbcr, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+INSTANTIATE_TEST_SUITE_P(Ycbcr, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
 }  // namespace
 }  // namespace zyl::test

@@ -17,6 +17,7 @@
 #include "tests/support/arg_check.h"
 #include "tests/support/generators.h"
 #include "tests/support/guarded_image.h"
+#include "tests/support/sweep.h"
 #include "tests/support/targets.h"
 
 namespace zyl::test {
@@ -113,23 +114,9 @@ std::vector<T> Extremes() {
   }
 }
 
-struct StepPlan {
-  Steps src, dst;
-  Placement src_place, dst_place;
-  int height;
-};
-// Page-end placements catch reads and writes past the region.
-const StepPlan kPlans[] = {
-    {Steps::kPacked, Steps::kPacked, Placement::kPageEnd, Placement::kPageEnd, 1},
-    {Steps::kPadded, Steps::kPadded, Placement::kHeap, Placement::kHeap, 3},
-    {Steps::kNegative, Steps::kPadded, Placement::kPageEnd, Placement::kHeap, 3},
-    {Steps::kPadded, Steps::kNegative, Placement::kHeap, Placement::kPageEnd, 1},
-    {Steps::kZero, Steps::kPadded, Placement::kHeap, Placement::kHeap, 3},
-};
-
-// Widths 1..40 span two blocks and more of every target's 16- and 32-bit
-// lanes (8 or 16, 4 or 8); 63..65 two blocks of its 8-bit lanes (16 or 32).
-// Random values cover each element's whole range, the extremes its edges.
+// The widths span two blocks and more of every target's 16- and 32-bit
+// lanes (8 or 16, 4 or 8) and of its 8-bit lanes (16 or 32). Random values cover each element's
+// whole range, the extremes its edges.
 template <class In, class Out>
 void Check(const Export& e) {
   const Format in_fmt = e.forward ? e.pixels : kP3, out_fmt = e.forward ? kP3 : e.pixels;
@@ -139,17 +126,12 @@ void Check(const Export& e) {
     for (In b : Extremes<In>())
       for (In c : Extremes<In>()) extremes.push_back({a, b, c});
   ForEachTarget([&](int) {
-    uint32_t seed = 1;
-    for (const StepPlan& p : kPlans) {
-      for (int width = 1; width <= 65; width += width == 40 ? 23 : 1) {
-        SCOPED_TRACE(::testing::Message() << width << "x" << p.height << " src " << StepsName(p.src)
-                                          << " dst " << StepsName(p.dst));
-        GuardedImage<In> src(width, p.height, in_fmt, {p.src, p.src_place, ++seed});
-        GuardedImage<Out> dst(width, p.height, out_fmt, {p.dst, p.dst_place, ++seed});
-        FillRandom(src, seed);
-        if (!RunOnImages(e, src, dst, reference)) return;
-      }
-    }
+    Sweep(Plans::kEvery, {1, 3}, SweepWidths(), [&](const SweepCase& c) {
+      GuardedImage<In> src(c.width, c.height, in_fmt, c.Src());
+      GuardedImage<Out> dst(c.width, c.height, out_fmt, c.Dst());
+      FillRandom(src, c.seed);
+      return RunOnImages(e, src, dst, reference);
+    });
     GuardedImage<In> src(61, static_cast<int>(extremes.size() + 60) / 61, in_fmt);
     GuardedImage<Out> dst(61, src.height(), out_fmt, {Steps::kNegative});
     FillPixels(src, extremes);
@@ -168,14 +150,12 @@ void Known(const Export& e, Triple in, Triple want) {
   });
 }
 
-// This family tests plane entries with the other pointers, before the size;
-// the shared table assumes the opposite, so its rows leave plane entries to
-// PlaneEntryNullBeforeSize below (Checked(0)).
 template <class Pix, class Plane>
 Export Row(const char* name, Tf tf, bool forward, Format pixels, ArgCallFn call) {
   const ArgSlot pix = Image(pixels.channels * static_cast<int>(sizeof(Pix)));
-  const ArgSlot planes = Planes(3, static_cast<int>(sizeof(Plane))).Checked(0);
-  return {ExportRow(name, forward ? std::vector{pix, planes} : std::vector{planes, pix}, call),
+  const ArgSlot planes = Planes(3, static_cast<int>(sizeof(Plane)));
+  return {ExportRow(name, forward ? std::vector{pix, planes} : std::vector{planes, pix}, call)
+              .PlaneEntriesWithPointers(),
           tf,
           forward,
           pixels,
@@ -221,44 +201,13 @@ const Export kExports[] = {
     INV(zyliYCoCgToRGB_8u_P3C3R, Zyl8u, Zyl8u, kBytes, kC3),
 };
 
-const Export& Find(const std::string& name) {
-  return *std::find_if(std::begin(kExports), std::end(kExports),
-                       [&](const Export& e) { return e.row.name == name; });
-}
-
 class YCoCgExports : public ::testing::TestWithParam<Export> {};
 
 TEST_P(YCoCgExports, MatchesReference) { GetParam().check(GetParam()); }
 
-TEST_P(YCoCgExports, PlaneEntryNullBeforeSize) {
-  const Export& e = GetParam();
-  const int planes_slot = e.forward ? 1 : 0;
-  for (int plane = 0; plane < 3; ++plane) {
-    for (ZylSize size : {ZylSize{8, 2}, ZylSize{0, 2}, ZylSize{8, -1}}) {
-      std::vector<std::vector<uint8_t>> mem(4, std::vector<uint8_t>(512, 0xA5));
-      void* planes[3] = {mem[0].data(), mem[1].data(), mem[2].data()};
-      ArgCall a;
-      a.BindPlanes(planes_slot, planes, 3, 64);
-      a.Bind(1 - planes_slot, mem[3].data(), 64);
-      a.NullPlane(planes_slot, plane);
-      a.size = size;
-      EXPECT_EQ(e.row.call(a), zylStsNullPtrErr) << "plane " << plane << " size " << size.width;
-      for (const auto& m : mem) EXPECT_EQ(std::count(m.begin(), m.end(), 0xA5), 512);
-    }
-  }
-}
+INSTANTIATE_TEST_SUITE_P(YCoCg, YCoCgExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
-INSTANTIATE_TEST_SUITE_P(YCoCg, YCoCgExports, ::testing::ValuesIn(kExports),
-                         [](const ::testing::TestParamInfo<Export>& info) {
-                           return info.param.row.name;
-                         });
-
-std::vector<ExportRow> ArgRows() {
-  std::vector<ExportRow> rows;
-  for (const Export& e : kExports) rows.push_back(e.row);
-  return rows;
-}
-INSTANTIATE_TEST_SUITE_P(YCoCg, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+INSTANTIATE_TEST_SUITE_P(YCoCg, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
 // ---------------------------------------------------------- known answers --
 
@@ -305,7 +254,8 @@ const KnownCase kKnown[] = {
 TEST(YCoCgKnown, HandWorkedValues) {
   for (const KnownCase& k : kKnown) {
     SCOPED_TRACE(k.name);
-    Find(k.name).known(Find(k.name), k.in, k.out);
+    const Export& e = FindRow(kExports, k.name);
+    e.known(e, k.in, k.out);
   }
 }
 

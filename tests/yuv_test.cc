@@ -6,17 +6,16 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <optional>
 #include <vector>
 
 #include "include/zylcc.h"
-#include "src/core/dispatch.h"
 #include "tests/support/arg_check.h"
+#include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
 #include "tests/support/guarded_image.h"
+#include "tests/support/sweep.h"
 #include "tests/support/targets.h"
 
 namespace zyl::test {
@@ -27,9 +26,7 @@ using Px = std::array<uint8_t, 3>;
 
 // ------------------------------------------------------------ reference --
 
-// floor(v / 65536): the arithmetic right shift of the definition, spelled out
-// so the reference does not lean on how the compiler shifts negative values.
-int64_t Shr16(int64_t v) { return v >= 0 ? v / 65536 : -((-v + 65535) / 65536); }
+int64_t Shr16(int64_t v) { return Shr(v, 16); }
 uint8_t Clamp(int64_t v) { return static_cast<uint8_t>(std::clamp<int64_t>(v, 0, 255)); }
 
 Px RgbToYuvRef(Px in) {
@@ -242,51 +239,16 @@ TEST_P(YuvExports, KnownAnswers) {
 
 // -------------------------------------------------- reference comparison --
 
-struct StepPlan {
-  Steps src, dst;
-  Placement src_place, dst_place;
-};
-
-// Contiguous, padded, upward-walking and zero steps on either side; sources at
-// a page end catch reads past the region, destinations there catch writes.
-const StepPlan kPlans[] = {
-    {Steps::kPacked, Steps::kPacked, Placement::kPageEnd, Placement::kPageEnd},
-    {Steps::kPadded, Steps::kPadded, Placement::kHeap, Placement::kHeap},
-    {Steps::kNegative, Steps::kPadded, Placement::kPageEnd, Placement::kHeap},
-    {Steps::kPadded, Steps::kNegative, Placement::kHeap, Placement::kPageEnd},
-    {Steps::kZero, Steps::kPadded, Placement::kHeap, Placement::kHeap},
-    {Steps::kPadded, Steps::kZero, Placement::kHeap, Placement::kHeap},
-};
-
-// 1..40 covers one block and its neighbours for SSE4 (16) and AVX2 (32);
-// 63..65 and 127..129 do it for AVX-512 (64) and two of its blocks.
-std::vector<int> Widths() {
-  std::vector<int> w;
-  for (int i = 1; i <= 40; ++i) w.push_back(i);
-  for (int i : {63, 64, 65, 127, 128, 129}) w.push_back(i);
-  return w;
-}
-
 TEST_P(YuvExports, MatchesReferenceOnRandomImages) {
   const YuvExport& e = GetParam();
   ForEachTarget([&](int) {
-    uint32_t seed = 1;
-    for (const StepPlan& plan : kPlans) {
-      for (int height : {1, 3, 7}) {
-        for (int width : Widths()) {
-          SCOPED_TRACE(::testing::Message()
-                       << width << "x" << height << " src " << StepsName(plan.src) << " dst "
-                       << StepsName(plan.dst));
-          Img src(width, height, e.src, {plan.src, plan.src_place, ++seed});
-          Img dst(width, height, e.dst, {plan.dst, plan.dst_place, ++seed});
-          FillRandom(src, seed);
-          if (!RunAndCheck(e, src, dst, static_cast<Zyl8u>(seed * 37),
-                           [&](int x, int y) { return Reference(e, src, x, y); })) {
-            return;  // one report per target is enough
-          }
-        }
-      }
-    }
+    Sweep(Plans::kEvery, {1, 3, 7}, SweepWidths(), [&](const SweepCase& c) {
+      Img src(c.width, c.height, e.src, c.Src());
+      Img dst(c.width, c.height, e.dst, c.Dst());
+      FillRandom(src, c.seed);
+      return RunAndCheck(e, src, dst, static_cast<Zyl8u>(c.seed * 37),
+                         [&](int x, int y) { return Reference(e, src, x, y); });
+    });
   });
 }
 
@@ -301,64 +263,25 @@ TEST_P(YuvExports, MatchesReferenceOnExtremes) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Yuv, YuvExports, ::testing::ValuesIn(kExports),
-                         [](const ::testing::TestParamInfo<YuvExport>& info) {
-                           return info.param.row.name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Yuv, YuvExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
 // ------------------------------------------------------------ exhaustive --
 
-// Every possible input pixel once: a 4096 x 4096 image whose pixel i holds
-// (i >> 16, (i >> 8) & 255, i & 255), through each target's kernels.
-template <class Export>
-void Exhaustive(Export convert, Px (*reference)(Px), const char* what) {
-  constexpr int kSide = 4096;
-  constexpr size_t kBytes = size_t{3} << 24;
-  std::vector<uint8_t> src(kBytes), want(kBytes), got(kBytes);
-  for (size_t i = 0; i < (size_t{1} << 24); ++i) {
-    const Px in = {static_cast<uint8_t>(i >> 16), static_cast<uint8_t>(i >> 8),
-                   static_cast<uint8_t>(i)};
-    const Px out = reference(in);
-    std::copy(in.begin(), in.end(), &src[3 * i]);
-    std::copy(out.begin(), out.end(), &want[3 * i]);
-  }
-  ForEachTarget([&](int target) {
-    std::fill(got.begin(), got.end(), uint8_t{0x5A});
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_EQ(convert(src.data(), 3 * kSide, got.data(), 3 * kSide, ZylSize{kSide, kSide}),
-              zylStsOk);
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    std::printf("[ timing   ] %s, all 2^24 pixels, %s: %.3f s\n", what, TargetName(target),
-                took.count());
-    const auto bad = std::mismatch(got.begin(), got.end(), want.begin());
-    if (bad.first != got.end()) {
-      const size_t i = static_cast<size_t>(bad.first - got.begin()) / 3;
-      ADD_FAILURE() << what << ": input (" << int{src[3 * i]} << ", " << int{src[3 * i + 1]} << ", "
-                    << int{src[3 * i + 2]} << ") expected (" << int{want[3 * i]} << ", "
-                    << int{want[3 * i + 1]} << ", " << int{want[3 * i + 2]} << ") got ("
-                    << int{got[3 * i]} << ", " << int{got[3 * i + 1]} << ", " << int{got[3 * i + 2]}
-                    << ")";
-    }
+TEST(YuvExhaustive, EveryRgbTriple) {
+  Exhaustive("zyliRGBToYUV_8u_C3R", RgbToYuvRef, [](const AllTriples& all, Zyl8u* dst) {
+    return zyliRGBToYUV_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
   });
 }
 
-TEST(YuvExhaustive, EveryRgbTriple) {
-  Exhaustive(zyliRGBToYUV_8u_C3R, RgbToYuvRef, "zyliRGBToYUV_8u_C3R");
-}
-
 TEST(YuvExhaustive, EveryYuvTriple) {
-  Exhaustive(zyliYUVToRGB_8u_C3R, YuvToRgbRef, "zyliYUVToRGB_8u_C3R");
+  Exhaustive("zyliYUVToRGB_8u_C3R", YuvToRgbRef, [](const AllTriples& all, Zyl8u* dst) {
+    return zyliYUVToRGB_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
+  });
 }
 
 // ------------------------------------------------------- argument checks --
 
-std::vector<ExportRow> ArgRows() {
-  std::vector<ExportRow> rows;
-  for (const YuvExport& e : kExports) rows.push_back(e.row);
-  return rows;
-}
-
-INSTANTIATE_TEST_SUITE_P(Yuv, ArgCheck, ::testing::ValuesIn(ArgRows()), ExportRowName);
+INSTANTIATE_TEST_SUITE_P(Yuv, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
 }  // namespace
 }  // namespace zyl::test

@@ -12,7 +12,8 @@
 //   - widths and heights 0, -1 and one below the family minimum: -6;
 //   - steps 0 and -1: accepted, or -16 where the family checks steps;
 //   - each checked plane entry null in turn: -8, but -6 with a bad size
-//     (plane entries are tested after the size);
+//     (plane entries are tested after the size, or with the pointers where
+//     the row says PlaneEntriesWithPointers());
 //   - and that the row itself is right: a valid call returns ok_status.
 // Family tests run the same rows on guarded images with CallOnImages.
 //
@@ -31,6 +32,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -159,6 +161,13 @@ struct ExportRow {
     c.order = o;
     return c;
   }
+  // The export tests plane entries together with the other pointers, before
+  // the size and the steps.
+  ExportRow PlaneEntriesWithPointers() const {
+    ExportRow c = *this;
+    c.planes_with_pointers = true;
+    return c;
+  }
   // Smallest accepted ROI; `valid` is the ROI of the successful calls.
   ExportRow MinSize(ZylSize min, ZylSize ok) const {
     ExportRow c = *this;
@@ -172,6 +181,7 @@ struct ExportRow {
   ArgCallFn call;
   bool steps_checked = false;
   CheckOrder order = CheckOrder::kStandard;
+  bool planes_with_pointers = false;
   ZylSize min_size{1, 1};
   ZylSize valid{8, 2};
   ZylStatus ok_status = zylStsOk;
@@ -203,6 +213,30 @@ ZylStatus CallOnImages(const ExportRow& row, int param, const GuardedImage<T>&..
 }
 
 class ArgCheck : public ::testing::TestWithParam<ExportRow> {};
+
+// For a family's own table, whose entries hold their ExportRow as `row`: the
+// test name of an entry, the entry of an export, and the rows to instantiate
+// ArgCheck with.
+struct FamilyRowName {
+  template <class E>
+  std::string operator()(const ::testing::TestParamInfo<E>& info) const {
+    return info.param.row.name;
+  }
+};
+template <class E, size_t N>
+const E& FindRow(const E (&family)[N], const std::string& name) {
+  for (const E& e : family) {
+    if (e.row.name == name) return e;
+  }
+  ADD_FAILURE() << name << " is not in the table";
+  return family[0];
+}
+template <class E, size_t N>
+std::vector<ExportRow> RowsOf(const E (&family)[N]) {
+  std::vector<ExportRow> rows;
+  for (const E& e : family) rows.push_back(e.row);
+  return rows;
+}
 
 }  // namespace zyl::test
 

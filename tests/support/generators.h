@@ -14,6 +14,14 @@
 
 namespace zyl::test {
 
+// floor(v / 2^bits): the arithmetic right shift of the fixed-point formulas,
+// spelled out so references do not lean on how the compiler shifts negative
+// values.
+inline int64_t Shr(int64_t v, int bits) {
+  const int64_t d = int64_t{1} << bits;
+  return v >= 0 ? v / d : -((-v + d - 1) / d);
+}
+
 // Uniform over the whole range of an integer type, or over [lo, hi) for floats.
 template <class T>
 void FillRandom(GuardedImage<T>& img, uint32_t seed, double lo = 0.0, double hi = 1.0) {
