@@ -46,12 +46,12 @@ typedef int32_t ZylStatus;
 
 enum {
   zylStsOk = 0,
-  zylStsNegativeSrc = 1,     /* tone mapping: source measure below 0.0 */
-  zylStsDoubleSize = 35,     /* odd size for a 2:1 subsampled layout */
-  zylStsBadArgErr = -5,      /* enumerated argument outside its set */
-  zylStsSizeErr = -6,        /* width or height below 1 (or family minimum) */
-  zylStsNullPtrErr = -8,     /* a required pointer is null */
-  zylStsStepErr = -16,       /* a row step below 1 (step-checking families) */
+  zylStsNegativeSrc = 1, /* tone mapping: source measure below 0.0 */
+  zylStsDoubleSize = 35, /* odd size for a 2:1 subsampled layout */
+  zylStsBadArgErr = -5,  /* enumerated argument outside its set */
+  zylStsSizeErr = -6,    /* width or height below 1 (or family minimum) */
+  zylStsNullPtrErr = -8, /* a required pointer is null */
+  zylStsStepErr = -16,   /* a row step below 1 (step-checking families) */
   zylStsNumChannelsErr = -47,
   zylStsGammaRangeErr = -49,
   zylStsDitherLevelsErr = -54,
@@ -64,6 +64,12 @@ typedef struct ZylSize {
   int32_t width;
   int32_t height;
 } ZylSize;
+
+/* The size record of the _L twins: pointer-sized signed width and height. */
+typedef struct ZylSizeL {
+  intptr_t width;
+  intptr_t height;
+} ZylSizeL;
 
 /* A region inside a larger source image: top-left column and row, then size. */
 typedef struct ZylRect {
@@ -119,8 +125,8 @@ ZYL_API ZylStatus zyliRGBToYUV_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* c
 /* Plane 3 receives the source alpha; its pointer is used without a null test. */
 ZYL_API ZylStatus zyliRGBToYUV_8u_AC4P4R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[4],
                                          int dstStep, ZylSize roiSize);
-ZYL_API ZylStatus zyliRGBToYUV_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
-                                      Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToYUV_8u_P3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* const pDst[3],
+                                      int dstStep, ZylSize roiSize);
 ZYL_API ZylStatus zyliYUVToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
                                       ZylSize roiSize);
 ZYL_API ZylStatus zyliYUVToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
@@ -130,8 +136,8 @@ ZYL_API ZylStatus zyliYUVToRGB_8u_C3C4R(const Zyl8u* pSrc, int srcStep, Zyl8u* p
                                         ZylSize roiSize, Zyl8u aval);
 ZYL_API ZylStatus zyliYUVToRGB_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
                                         int dstStep, ZylSize roiSize);
-ZYL_API ZylStatus zyliYUVToRGB_8u_P3R(const Zyl8u* const pSrc[3], int srcStep,
-                                      Zyl8u* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliYUVToRGB_8u_P3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* const pDst[3],
+                                      int dstStep, ZylSize roiSize);
 
 /* ----------------------------------------- RGB <-> YCbCr, full resolution --
  * BT.601 studio range, 16.16 fixed point. The forward direction rounds and
@@ -564,6 +570,213 @@ ZYL_API ZylStatus zyliYUV422v210ToGray_709HDTV_32u16u_C3C1(const Zyl32u* pSrc, i
                                                            ZylSize roiSize);
 ZYL_API ZylStatus zyliYUV422v210ToRGB_709HDTV_32u16u_C3(const Zyl32u* pSrc, int srcStep,
                                                         Zyl16u* pDst, int dstStep, ZylSize roiSize);
+
+/* ---------------------------------------------------------- HLS and HSV --
+ * Single-precision arithmetic for every type. H, L, S (or H, S, V) take the places
+ * of R, G, B. 8u/16u hue codes are degrees times 255/360 (65535/360); HSV 8u hue is
+ * in sixths of a turn times 42.5; 32f hue is a fraction of a turn. The 8u HLS rows
+ * round in blocks of 8 pixels (4 for AC4) and differ by design in the last
+ * width%8 (width%4) pixels. 16u/32f steps are in bytes like every other step.
+ * The planar and four-plane BGR members check their steps (-16 below 1) after
+ * the pointers and before the size; plane order is B, G, R (or H, L, S), then alpha.
+ */
+ZYL_API ZylStatus zyliRGBToHLS_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHLS_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToRGB_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                        int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                        int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_P3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* const pDst[3],
+                                      int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_AP4R(const Zyl8u* const pSrc[4], int srcStep,
+                                       Zyl8u* const pDst[4], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_AP4C4R(const Zyl8u* const pSrc[4], int srcStep, Zyl8u* pDst,
+                                         int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToHLS_8u_AC4P4R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[4],
+                                         int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToBGR_8u_C3P3R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[3],
+                                        int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToBGR_8u_P3C3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* pDst,
+                                        int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToBGR_8u_P3R(const Zyl8u* const pSrc[3], int srcStep, Zyl8u* const pDst[3],
+                                      int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToBGR_8u_AP4R(const Zyl8u* const pSrc[4], int srcStep,
+                                       Zyl8u* const pDst[4], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToBGR_8u_AP4C4R(const Zyl8u* const pSrc[4], int srcStep, Zyl8u* pDst,
+                                         int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliHLSToBGR_8u_AC4P4R(const Zyl8u* pSrc, int srcStep, Zyl8u* const pDst[4],
+                                         int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHSV_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHSV_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHSV_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToHSV_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliHSVToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliHSVToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliHSVToRGB_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliHSVToRGB_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+
+/* ------------------------------------------------------ CIE Lab and LUV --
+ * D65 white, single precision (the 64f planar members in double). 8u Lab: L*2.55,
+ * a+128, b+128; 8u LUV: L*2.55, (u+134)*255/354, (v+140)*255/262. The forward
+ * cube root comes from a 128-entry table with a series correction; the inverse
+ * uses pure cubes. The _L twins take pointer-sized steps and sizes and give the
+ * same results as their plain forms.
+ */
+ZYL_API ZylStatus zyliRGBToLab_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToLab_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToLab_8u16u_C3R(const Zyl8u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLab_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToLab_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLab_32f_P3R(const Zyl32f* const pSrc[3], int srcStep,
+                                       Zyl32f* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLab_32f_P3R_L(const Zyl32f* const pSrc[3], intptr_t srcStep,
+                                         Zyl32f* const pDst[3], intptr_t dstStep, ZylSizeL roiSize);
+ZYL_API ZylStatus zyliRGBToLab_64f_P3R(const Zyl64f* const pSrc[3], int srcStep,
+                                       Zyl64f* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLab_64f_P3R_L(const Zyl64f* const pSrc[3], intptr_t srcStep,
+                                         Zyl64f* const pDst[3], intptr_t dstStep, ZylSizeL roiSize);
+ZYL_API ZylStatus zyliLabToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToBGR_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToBGR_16u8u_C3R(const Zyl16u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                         ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToRGB_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToBGR_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToRGB_32f_P3R(const Zyl32f* const pSrc[3], int srcStep,
+                                       Zyl32f* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToRGB_32f_P3R_L(const Zyl32f* const pSrc[3], intptr_t srcStep,
+                                         Zyl32f* const pDst[3], intptr_t dstStep, ZylSizeL roiSize);
+ZYL_API ZylStatus zyliLabToRGB_64f_P3R(const Zyl64f* const pSrc[3], int srcStep,
+                                       Zyl64f* const pDst[3], int dstStep, ZylSize roiSize);
+ZYL_API ZylStatus zyliLabToRGB_64f_P3R_L(const Zyl64f* const pSrc[3], intptr_t srcStep,
+                                         Zyl64f* const pDst[3], intptr_t dstStep, ZylSizeL roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToLUV_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToRGB_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToLUV_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliBGRToLUV_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToBGR_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliLUVToBGR_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+
+/* ------------------------------------------------------------- CIE XYZ --
+ * D65 matrices, not normalised by the white. 8u: 16.16 coefficients truncated
+ * toward zero, no rounding term, Z (forward) and R, G, B (inverse) clamped.
+ * 32f: Z clamped to 0..1 forward, R, G, B clamped to 0..1 inverse. 16u/16s:
+ * float matrices, rounded to nearest and saturated.
+ */
+ZYL_API ZylStatus zyliRGBToXYZ_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliRGBToXYZ_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_8u_C3R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                      ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_8u_AC4R(const Zyl8u* pSrc, int srcStep, Zyl8u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_16u_C3R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_16u_AC4R(const Zyl16u* pSrc, int srcStep, Zyl16u* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_16s_C3R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_16s_AC4R(const Zyl16s* pSrc, int srcStep, Zyl16s* pDst, int dstStep,
+                                        ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_32f_C3R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                       ZylSize roiSize);
+ZYL_API ZylStatus zyliXYZToRGB_32f_AC4R(const Zyl32f* pSrc, int srcStep, Zyl32f* pDst, int dstStep,
+                                        ZylSize roiSize);
 
 #ifdef __cplusplus
 }
