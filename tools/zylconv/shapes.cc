@@ -639,4 +639,54 @@ Decoder DecodeSubC2P3(Export<InterleavedToPlanarFn> e) {
           }};
 }
 
+// ------------------------------------------ full resolution, any pixel order --
+
+Encoder EncodePixels(Export<InterleavedFn> e, Source source) {
+  return {{e.name}, [e, source](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(InterleavedPlane(raw), "an interleaved encoder", e.name);
+            const int in_channels = SourceChannels(source);
+            const int channels = raw.Layout(0).channels;
+            const std::vector<uint8_t> px = HubAs(pic, source);
+            // A four-channel export leaves the fourth byte alone: keep the source alpha there.
+            std::vector<uint8_t> out = px;
+            runner.Call(e.name, [&] {
+              return e.fn(px.data(), Step(pic.width, in_channels), out.data(),
+                          Step(pic.width, in_channels), pic.Size());
+            });
+            if (channels == in_channels) {
+              std::memcpy(raw.Plane(0), out.data(), out.size());
+            } else {
+              CopyThreeChannels(out.data(), in_channels, raw.Plane(0), channels, pic.Pixels());
+            }
+          }};
+}
+
+Decoder DecodePixels(Export<InterleavedFn> e, Source order) {
+  return {{e.name}, [e, order](const RawImage& raw, Picture& pic, CallRunner& runner) {
+            Require(InterleavedPlane(raw), "an interleaved decoder", e.name);
+            const int channels = SourceChannels(order);
+            std::vector<uint8_t> temp;
+            const uint8_t* src = AsChannels(raw, pic, channels, 255, temp);
+            // The fourth channel of a four-channel export's output is the file's, unchanged.
+            std::vector<uint8_t> px(src, src + pic.Pixels() * channels);
+            runner.Call(e.name, [&] {
+              return e.fn(src, Step(pic.width, channels), px.data(), Step(pic.width, channels),
+                          pic.Size());
+            });
+            OrderToHub(px, order, pic);
+          }};
+}
+
+Encoder EncodeC3P3(Export<InterleavedToPlanarFn> e, Source source) {
+  return {{e.name}, [e, source](const Picture& pic, RawImage& raw, CallRunner& runner) {
+            Require(FullResolutionPlanes(raw, 3), "a planar encoder", e.name);
+            const std::vector<uint8_t> px = HubAs(pic, source);
+            Zyl8u* const dst[3] = {raw.Plane(0), raw.Plane(1), raw.Plane(2)};
+            runner.Call(e.name, [&] {
+              return e.fn(px.data(), Step(pic.width, SourceChannels(source)), dst, raw.Step(0),
+                          pic.Size());
+            });
+          }};
+}
+
 }  // namespace zylconv

@@ -85,6 +85,12 @@ Decoder DecodeSubC2(Export<InterleavedFn> e, Source order);          // packed 4
 Decoder DecodeSubC2(Export<InterleavedAlphaFn> e, Source order);     // packed 4:2:2 ->
 Decoder DecodeSubC2P3(Export<InterleavedToPlanarFn> e);  // packed 4:2:2 -> R, G, B planes
 
+// Full-resolution exports that read or write pixels in another order or with four channels
+// (B, G, R; R, G, B, A; B, G, R, A): the hub is handed over or read back in that order.
+Encoder EncodePixels(Export<InterleavedFn> e, Source source);
+Decoder DecodePixels(Export<InterleavedFn> e, Source order);
+Encoder EncodeC3P3(Export<InterleavedToPlanarFn> e, Source source);
+
 }  // namespace zylconv
 
 #endif  // ZYLCONV_SHAPES_H_
