@@ -15,6 +15,33 @@ namespace zyl {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+// root and recip of each lane's table row. With hardware gathers each row
+// comes in as one 64-bit element (root in the low half) and the pairs are
+// split by even and odd lanes: half the gathered elements of two 32-bit
+// gathers.
+template <class D, class VI, class V = hn::Vec<D>>
+HWY_INLINE void TableRow(D d, VI row, V& root, V& recip) {
+#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3
+  if constexpr (hn::MaxLanes(D()) >= 8) {
+    const hn::Half<hn::RebindToSigned<D>> dih;
+    const hn::Rebind<int64_t, decltype(dih)> dl;  // a full vector of row numbers
+    const hn::RebindToUnsigned<decltype(dl)> du;
+    const auto* base = reinterpret_cast<const uint64_t*>(&cie::kCubeRootTable[0][0]);
+    const V lo =
+        hn::BitCast(d, hn::GatherIndex(du, base, hn::PromoteTo(dl, hn::LowerHalf(dih, row))));
+    const V hi =
+        hn::BitCast(d, hn::GatherIndex(du, base, hn::PromoteTo(dl, hn::UpperHalf(dih, row))));
+    root = hn::ConcatEven(d, hi, lo);
+    recip = hn::ConcatOdd(d, hi, lo);
+    return;
+  }
+#endif
+  const float* base = &cie::kCubeRootTable[0][0];
+  const auto row2 = hn::ShiftLeft<1>(row);
+  root = hn::GatherIndex(d, base, row2);
+  recip = hn::GatherIndex(d, base + 1, row2);
+}
+
 // CubeRootSeries for every lane: the row index clamped in float (so NaN and
 // negative lanes take row 0 as in the scalar form), root and recip gathered.
 template <class D, class V = hn::Vec<D>>
@@ -24,10 +51,9 @@ HWY_INLINE V CubeRootSeries(D d, V t) {
   V x = hn::Mul(t, hn::Set(d, cie::kIndexScale));
   x = hn::IfThenElse(hn::Gt(x, zero), x, zero);
   x = hn::Min(x, hn::Set(d, 127.0f));
-  const auto row2 = hn::ShiftLeft<1>(hn::ConvertTo(di, x));
-  const float* base = &cie::kCubeRootTable[0][0];
-  const V root = hn::GatherIndex(d, base, row2);
-  const V recip = hn::GatherIndex(d, base + 1, row2);
+  const auto row = hn::ConvertTo(di, x);
+  V root, recip;
+  TableRow(d, row, root, recip);
   const V dd = hn::Mul(recip, hn::Sub(t, hn::Mul(hn::Mul(root, root), root)));
   const V d2 = hn::Mul(dd, dd);
   const V d3 = hn::Mul(d2, dd);
