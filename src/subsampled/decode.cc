@@ -92,7 +92,6 @@ inline void PutRgb(uint8_t* const* row, ptrdiff_t x, const uint8_t rgb[3], uint8
   StorePixel<DL>(row, x, c);
 }
 
-
 #if ZYL_SIMD
 template <class D8>
 using Dec16 = hn::Repartition<int16_t, D8>;
@@ -543,25 +542,41 @@ inline ZylStatus CheckV210(const void* src, int src_step, const void* dst, int d
 // 5-6-5: the first-named component in the top five bits (R for RGB, B for
 // BGR), the middle one in six, the last in the low five.
 template <bool kBgr>
+inline uint16_t V210Color(int yi, float cb, float cr) {
+  // |value| < 2^22, so adding and taking away 1.5 * 2^23 rounds by the
+  // processor mode (nearest-even under the caller's guard) like nearbyint.
+  constexpr float kRounder = 12582912.0f;
+  auto clamp = [](float v, int hi) {
+    const int i = static_cast<int>((v + kRounder) - kRounder);
+    return i < 0 ? 0 : i > hi ? hi : i;
+  };
+  const float y = static_cast<float>(yi);
+  const int r = clamp(y + 1.54f * cr, 31);
+  const int g = clamp(y - 0.183f * cb - 0.459f * cr, 63);
+  const int b = clamp(y + 1.816f * cb, 31);
+  return static_cast<uint16_t>(kBgr ? (b << 11) | (g << 5) | r : (r << 11) | (g << 5) | b);
+}
+
+template <bool kBgr>
 ZylStatus V210ToColor(const Zyl32u* src, int src_step, Zyl16u* dst, int dst_step, ZylSize roi) {
   if (const ZylStatus st = CheckV210(src, src_step, dst, dst_step, roi)) return st;
   const zyl::NearestRounding nearest;
   for (int row = 0; row < roi.height; ++row) {
     const uint32_t* s = src + static_cast<ptrdiff_t>(row) * src_step;
     uint16_t* d = dst + static_cast<ptrdiff_t>(row) * dst_step;
-    for (int x = 0; x < roi.width; ++x) {
-      int yi, cbi, cri;
-      V210Pixel(s + 4 * (x / 6), x % 6, yi, cbi, cri);
-      const float y = static_cast<float>(yi), cb = static_cast<float>(cbi) - 512.0f,
-                  cr = static_cast<float>(cri) - 512.0f;
-      auto clamp = [](float v, int hi) {
-        const int i = static_cast<int>(std::nearbyint(v));
-        return i < 0 ? 0 : i > hi ? hi : i;
-      };
-      const int r = clamp(y + 1.54f * cr, 31);
-      const int g = clamp(y - 0.183f * cb - 0.459f * cr, 63);
-      const int b = clamp(y + 1.816f * cb, 31);
-      d[x] = static_cast<uint16_t>(kBgr ? (b << 11) | (g << 5) | r : (r << 11) | (g << 5) | b);
+    // A group at a time: its six luma and three chroma pairs unpacked once.
+    for (int x0 = 0; x0 < roi.width; x0 += 6, s += 4) {
+      const int n = roi.width - x0 < 6 ? roi.width - x0 : 6;
+      for (int j = 0; j < n; j += 2) {
+        int y0, y1, cbi, cri;
+        V210Pixel(s, j, y0, cbi, cri);
+        const float cb = static_cast<float>(cbi) - 512.0f, cr = static_cast<float>(cri) - 512.0f;
+        d[x0 + j] = V210Color<kBgr>(y0, cb, cr);
+        if (j + 1 < n) {
+          V210Pixel(s, j + 1, y1, cbi, cri);
+          d[x0 + j + 1] = V210Color<kBgr>(y1, cb, cr);
+        }
+      }
     }
   }
   return zylStsOk;
