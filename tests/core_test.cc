@@ -76,47 +76,41 @@ int32_t FakeCache() {
 int32_t TinyCache() { return 1; }  // forces streaming for any fill that asks
 
 struct Decision {
+  bool wide;  // the 32-bit fill
   int64_t n;
   bool aligned;
   int32_t cache;  // what the query reports; 0 or less means unknown
   bool asks, streams;
 };
 
-TEST(FillRule, EightBitAsksAboveHalfMebibyteAndStreamsFromCacheSize) {
+// 8-bit fills ask above 512 KiB and stream from the cache size on; 32-bit
+// fills ask above 2 MiB when aligned and stream above the cache size.
+TEST(FillRule, WhenToAskAndWhenToStream) {
   const Decision cases[] = {
-      {524287, true, 1, false, false},
-      {524288, true, 1, false, false},  // not above 512 KiB: never asks
-      {524289, true, 1, true, true},
-      {524289, true, 524289, true, true},  // n equal to the cache streams
-      {524289, true, 524290, true, false},
-      {524289, true, 0, true, false},  // unknown: as for a small image
-      {524289, true, -4096, true, false},
-      {int64_t{1} << 40, true, 0, true, false},
+      {false, 524287, true, 1, false, false},
+      {false, 524288, true, 1, false, false},  // not above 512 KiB: never asks
+      {false, 524289, true, 1, true, true},
+      {false, 524289, true, 524289, true, true},  // n equal to the cache streams
+      {false, 524289, true, 524290, true, false},
+      {false, 524289, true, 0, true, false},  // unknown: as for a small image
+      {false, 524289, true, -4096, true, false},
+      {false, int64_t{1} << 40, true, 0, true, false},
+      {true, 2097152, true, 1, false, false},  // exactly 2 MiB: never asks
+      {true, 2097153, true, 1, true, true},
+      {true, 2097153, false, 1, false, false},  // unaligned destination: never asks
+      {true, 2097156, true, 2097155, true, true},
+      {true, 2097156, true, 2097156, true, false},  // cache equal to n: no streaming
+      {true, 2097156, true, 0, true, false},
+      {true, 2097156, true, -1, true, false},
   };
   for (const Decision& d : cases) {
+    SCOPED_TRACE(::testing::Message() << (d.wide ? "32" : "8") << "-bit, " << d.n
+                                      << " bytes, aligned " << d.aligned << ", cache " << d.cache);
     g_fake_cache = d.cache;
     g_queries = 0;
-    EXPECT_EQ(Fill8Streams(d.n, FakeCache), d.streams) << d.n << " bytes, cache " << d.cache;
-    EXPECT_EQ(g_queries, d.asks ? 1 : 0) << d.n << " bytes";
-  }
-}
-
-TEST(FillRule, ThirtyTwoBitAsksAboveTwoMebibytesWhenAlignedAndStreamsAboveCacheSize) {
-  const Decision cases[] = {
-      {2097152, true, 1, false, false},  // exactly 2 MiB: never asks
-      {2097153, true, 1, true, true},
-      {2097153, false, 1, false, false},  // unaligned destination: never asks
-      {2097156, true, 2097155, true, true},
-      {2097156, true, 2097156, true, false},  // cache equal to n: no streaming
-      {2097156, true, 0, true, false},
-      {2097156, true, -1, true, false},
-  };
-  for (const Decision& d : cases) {
-    g_fake_cache = d.cache;
-    g_queries = 0;
-    EXPECT_EQ(Fill32Streams(d.n, d.aligned, FakeCache), d.streams)
-        << d.n << " bytes, aligned " << d.aligned << ", cache " << d.cache;
-    EXPECT_EQ(g_queries, d.asks ? 1 : 0) << d.n << " bytes";
+    EXPECT_EQ(d.wide ? Fill32Streams(d.n, d.aligned, FakeCache) : Fill8Streams(d.n, FakeCache),
+              d.streams);
+    EXPECT_EQ(g_queries, d.asks ? 1 : 0);
   }
 }
 

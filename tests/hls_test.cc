@@ -18,11 +18,9 @@
 
 #include "include/zylcc.h"
 #include "src/perceptual/rcp12.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -115,10 +113,6 @@ std::array<T, 3> Reference(const HlsExport& e, const T* in, int x, int width) {
   return {static_cast<T>(o[0] - bias), static_cast<T>(o[1] - bias), static_cast<T>(o[2] - bias)};
 }
 
-template <class T, auto kFn>
-ZylStatus CallPixels(const ArgCall& a) {
-  return kFn(a.Ptr<const T>(0), a.Step(0), a.Ptr<T>(1), a.Step(1), a.size);
-}
 // A plane array (alive for the whole call) or an image pointer.
 template <class T, bool kPlanes>
 auto Side(const ArgCall& a, int slot) {
@@ -140,8 +134,15 @@ ArgSlot Slot(Format f, int elem) {
 
 template <class T, auto kFn>
 HlsExport Pix(const char* name, bool fwd, bool bgr, Format f, int group, bool trunc) {
-  const ExportRow row(name, {Slot(f, sizeof(T)), Slot(f, sizeof(T))}, CallPixels<T, kFn>);
-  return {row, T{}, fwd, bgr, f, f, f.channels == 4 ? Alpha::kKept : Alpha::kNone, group, trunc};
+  return {PixelRow<T, kFn>(name, f, f),
+          T{},
+          fwd,
+          bgr,
+          f,
+          f,
+          f.channels == 4 ? Alpha::kKept : Alpha::kNone,
+          group,
+          trunc};
 }
 // Planar and four-plane members: pointers (plane entries too), then steps, then size.
 HlsExport Planar(const char* name, ArgCallFn call, bool fwd, Format s, Format d) {
@@ -183,27 +184,20 @@ const HlsExport kExports[] = {
 
 INSTANTIATE_TEST_SUITE_P(Hls, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
-#define ZYL_HLS_TYPED(fn, e, ...) \
-  std::visit([&](auto t) { fn<decltype(t)>(e, __VA_ARGS__); }, (e).type)
-
 // Calls e in a rounding mode (which it must give back) and checks the whole
 // destination memory: channels 0..2 as `want`, alpha by the export's rule.
 // Step-checking members must reject a step below 1 and write nothing.
 template <class T, class Want>
 void RunAndMatch(const HlsExport& e, const GuardedImage<T>& src, const GuardedImage<T>& dst,
                  Want want, int mode = FE_TONEAREST) {
-  const auto before = dst.Save();
-  std::fesetround(mode);
-  const ZylStatus status = CallOnImages(e.row, 0, src, dst);
-  const int mode_after = std::fegetround();
-  std::fesetround(FE_TONEAREST);
-  ASSERT_EQ(mode_after, mode);
   const bool bad_step = e.row.steps_checked && (src.Step() < 1 || dst.Step() < 1);
-  ASSERT_EQ(status, bad_step ? zylStsStepErr : zylStsOk);
-  ASSERT_TRUE(dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
-    if (bad_step || (c == 3 && e.alpha == Alpha::kKept)) return std::nullopt;
-    return c == 3 ? src.At(x, y, 3) : want(x, y, c);
-  }));
+  RunAndMatch(
+      e.row, src, dst,
+      [&](int x, int y, int c) -> std::optional<T> {
+        if (bad_step || (c == 3 && e.alpha == Alpha::kKept)) return std::nullopt;
+        return c == 3 ? src.At(x, y, 3) : want(x, y, c);
+      },
+      mode, 0, bad_step ? zylStsStepErr : zylStsOk);
 }
 
 // ---------------------------------------------------------- known answers --
@@ -285,7 +279,7 @@ TEST(HlsKnown, HandWorkedValues) {
   for (const Known& k : kKnown) {
     SCOPED_TRACE(::testing::Message()
                  << k.name << " " << k.in[0] << " " << k.in[1] << " " << k.in[2]);
-    ZYL_HLS_TYPED(KnownAnswer, FindRow(kExports, k.name), k);
+    ZYL_TYPED(KnownAnswer, FindRow(kExports, k.name), k);
   }
 }
 
@@ -294,7 +288,6 @@ TEST(HlsKnown, HandWorkedValues) {
 // Random codes with many ties: a channel copied onto another, gray, zero.
 template <class T>
 void AgainstReference(const HlsExport& e, int) {
-  const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
   ForEachTarget([&](int) {
     Sweep(Plans::kCycled, {1, 3}, SweepWidths({47, 48, 49}), [&](const SweepCase& sc) {
       GuardedImage<T> src(sc.width, sc.height, e.src, sc.Src()),
@@ -306,19 +299,17 @@ void AgainstReference(const HlsExport& e, int) {
         return pick < 3 ? src.At(x, y, pick) : pick == 3 ? T{} : src.At(x, y, c);
       });
       // Integer members hold nearest-even whatever the caller's mode; 32f follows it.
-      const int mode = std::is_same_v<T, Zyl32f> ? FE_TONEAREST : kModes[sc.seed / 8 % 4];
       auto want = [&](int x, int y, int c) {
-        const T in[3] = {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)};
-        return Reference<T>(e, in, x, sc.width)[c];
+        return Reference<T>(e, Pixel3(src, x, y).data(), x, sc.width)[c];
       };
-      RunAndMatch(e, src, dst, want, mode);
+      RunAndMatch(e, src, dst, want, ModeFor<T>(sc));
       return !::testing::Test::HasFailure();
     });
   });
 }
 
 class HlsExports : public ::testing::TestWithParam<HlsExport> {};
-TEST_P(HlsExports, MatchesReference) { ZYL_HLS_TYPED(AgainstReference, GetParam(), 0); }
+TEST_P(HlsExports, MatchesReference) { ZYL_TYPED(AgainstReference, GetParam(), 0); }
 INSTANTIATE_TEST_SUITE_P(Hls, HlsExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
 // The 8u group arithmetic of both directions over all 2^24 inputs (rows of
@@ -332,12 +323,8 @@ Triple8u InverseAll(Triple8u p) {
   return {static_cast<uint8_t>(o[0]), static_cast<uint8_t>(o[1]), static_cast<uint8_t>(o[2])};
 }
 TEST(HlsExhaustive, Both8uDirections) {
-  Exhaustive("RGBToHLS_8u_C3R", ForwardGroup, [](const AllTriples& t, Zyl8u* out) {
-    return zyliRGBToHLS_8u_C3R(t.interleaved.data(), kSide3, out, kSide3, kAllSize);
-  });
-  Exhaustive("HLSToRGB_8u_C3R", InverseAll, [](const AllTriples& t, Zyl8u* out) {
-    return zyliHLSToRGB_8u_C3R(t.interleaved.data(), kSide3, out, kSide3, kAllSize);
-  });
+  ExhaustiveC3<zyliRGBToHLS_8u_C3R>("RGBToHLS_8u_C3R", ForwardGroup);
+  ExhaustiveC3<zyliHLSToRGB_8u_C3R>("HLSToRGB_8u_C3R", InverseAll);
 }
 
 // ------------------------------------------------------------ round trip --
@@ -349,25 +336,15 @@ TEST(HlsExhaustive, Both8uDirections) {
 template <class T>
 void RoundTrip(ZylStatus (*fwd)(const T*, int, T*, int, ZylSize),
                ZylStatus (*inv)(const T*, int, T*, int, ZylSize), int bias, double bound) {
-  constexpr int n = 52, kSize = sizeof(T), kPitch = 3 * n * kSize, kStep = kPitch + kSize - 1;
-  std::vector<T> rgb(3 * n * n * n), hls(rgb.size()), back(rgb.size());
-  for (size_t i = 0; i < rgb.size(); ++i) {
-    const int v = static_cast<int>(i % 3 == 0   ? i / 3 / (n * n)
-                                   : i % 3 == 1 ? i / 3 / n % n
-                                                : i / 3 % n);
-    rgb[i] = std::is_same_v<T, Zyl32f> ? static_cast<T>(v / (n - 1.0f))
-                                       : static_cast<T>(v * (kSize == 1 ? 5 : 1285) - bias);
-  }
-  double worst = 0;
-  ForEachTarget([&](int) {
-    ASSERT_EQ(fwd(rgb.data(), kStep, hls.data(), kStep, {n, n * n}), zylStsOk);
-    ASSERT_EQ(inv(hls.data(), kStep, back.data(), kStep, {n, n * n}), zylStsOk);
-    for (size_t i = 0; i < rgb.size(); ++i)
-      worst = std::max(worst, std::abs(0.0 + back[i] - rgb[i]));
-  });
-  EXPECT_LE(worst, bound);
-  std::printf("[ figures  ] %d-byte round trip: max |out - in| = %g (bound %g)\n", kSize, worst,
-              bound);
+  constexpr int kSize = sizeof(T);
+  ColorGrid<T> grid(52,
+                    [&](int k) {
+                      return std::is_same_v<T, Zyl32f> ? k / 51.0
+                                                       : k * (kSize == 1 ? 5 : 1285) - bias;
+                    },
+                    {0, 0, kSize - 1});
+  const auto keep = [](const ColorGrid<T>&, int) { return true; };
+  RoundTripErrors(grid, fwd, inv, keep).ExpectWithin("HLS round trip", bound);
 }
 
 // The inverse moves a channel by at most 2 codes per code of L, 1 per code of

@@ -16,11 +16,8 @@
 
 #include "include/zylcc.h"
 #include "src/perceptual/rcp12.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/generators.h"
-#include "tests/support/guarded_image.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -71,79 +68,25 @@ Px Inverse(Px p, bool wide) {
 
 // ------------------------------------------------------- export adapters --
 
-struct HsvExport {
-  ExportRow row;
-  bool wide, to_hsv;
-  Format format;  // kC4 for AC4: the fourth element must not change
-  int Group() const { return format.channels == 3 ? 8 : 4; }
-  // Pixel x of a row `width` wide.
-  Px Want(Px in, int x, int width) const {
-    return to_hsv ? Forward(in, wide, x < (width & ~(Group() - 1))) : Inverse(in, wide);
-  }
-};
+const PixelExport kExports[] = {ZYL_PIXEL_ROWS(Zyl8u, 8u, HSV), ZYL_PIXEL_ROWS(Zyl16u, 16u, HSV)};
 
-void PrintTo(const HsvExport& e, std::ostream* os) { *os << e.row.name; }
-
-template <class T, auto kFn>
-HsvExport Row(const char* name, bool to_hsv, Format format) {
-  auto call = [](const ArgCall& a) {
-    return kFn(a.Ptr<const T>(0), a.Step(0), a.Ptr<T>(1), a.Step(1), a.size);
-  };
-  const int bytes = format.channels * static_cast<int>(sizeof(T));
-  return {ExportRow(name, {Image(bytes), Image(bytes)}, call), sizeof(T) == 2, to_hsv, format};
+bool Wide(const PixelExport& e) { return std::holds_alternative<Zyl16u>(e.type); }
+int Group(const PixelExport& e) { return e.format.channels == 3 ? 8 : 4; }
+// Pixel x of a row `width` wide.
+Px Want(const PixelExport& e, Px in, int x, int width) {
+  return e.forward ? Forward(in, Wide(e), x < (width & ~(Group(e) - 1))) : Inverse(in, Wide(e));
 }
-#define ZYL_HSV_ROWS(T, t)                                                     \
-  Row<T, &zyliRGBToHSV_##t##_C3R>("zyliRGBToHSV_" #t "_C3R", true, kC3),       \
-      Row<T, &zyliRGBToHSV_##t##_AC4R>("zyliRGBToHSV_" #t "_AC4R", true, kC4), \
-      Row<T, &zyliHSVToRGB_##t##_C3R>("zyliHSVToRGB_" #t "_C3R", false, kC3),  \
-      Row<T, &zyliHSVToRGB_##t##_AC4R>("zyliHSVToRGB_" #t "_AC4R", false, kC4)
-
-const HsvExport kExports[] = {ZYL_HSV_ROWS(Zyl8u, 8u), ZYL_HSV_ROWS(Zyl16u, 16u)};
 
 INSTANTIATE_TEST_SUITE_P(Hsv, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
+// On every target: every pixel of a width x height image holds `in`.
 template <class T>
-Px At(const GuardedImage<T>& img, int x, int y) {
-  return {img.At(x, y, 0), img.At(x, y, 1), img.At(x, y, 2)};
-}
-
-// Runs the export on a guarded image that fill(src) prepares, in a rounding
-// mode it must give back, with `extra` added to both byte steps, and checks
-// the whole destination memory: channels 0..2 of every pixel as the
-// reference says, everything else (AC4 alpha, padding, guards) unchanged.
-template <class T, class Fill>
-void Check(const HsvExport& e, int width, int height, Fill fill, ImageOptions so = {},
-           ImageOptions dopt = {}, int mode = FE_TONEAREST, int extra = 0) {
-  GuardedImage<T> src(width, height, e.format, so), dst(width, height, e.format, dopt);
-  fill(src);
-  const auto before = dst.Save();
-  ArgCall a;
-  a.Bind(0, src.Ptr(), src.Step() + extra);
-  a.Bind(1, dst.Ptr(), dst.Step() + extra);
-  a.size = {width, height};
-  std::fesetround(mode);
-  const ZylStatus status = e.row.call(a);
-  const int mode_after = std::fegetround();
-  std::fesetround(FE_TONEAREST);
-  ASSERT_EQ(status, zylStsOk);
-  ASSERT_EQ(mode_after, mode);
-  ASSERT_TRUE(dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
-    if (c == 3) return std::nullopt;
-    return static_cast<T>(e.Want(At(src, x, y), x, width)[c]);
-  }));
-}
-
-// Every pixel of the image holds `p` (alpha 7).
-auto Uniform(Px p) {
-  return [p](auto& img) { img.Fill([&](int, int, int c) { return c < 3 ? p[c] : 7; }); };
-}
-
-const HsvExport& Find(const std::string& name) {
-  for (const HsvExport& e : kExports) {
-    if (e.row.name == name) return e;
-  }
-  ADD_FAILURE() << name << " is not in the table";
-  return kExports[0];
+void Flat(const PixelExport& e, int width, int height, Px in) {
+  FlatKnown<T, T>(e.row, e.format, e.format, width, height, {0.0 + in[0], 0.0 + in[1], 0.0 + in[2]},
+                  [&](int x, int c) -> std::optional<T> {
+                    if (c == 3) return std::nullopt;
+                    return static_cast<T>(Want(e, in, x, width)[c]);
+                  });
 }
 
 // ---------------------------------------------------------- known answers --
@@ -199,12 +142,10 @@ const Known kKnown[] = {
 TEST(HsvKnown, HandWorkedValues) {
   for (const Known& k : kKnown) {
     SCOPED_TRACE(k.name);
-    const HsvExport& e = Find(k.name);
-    EXPECT_EQ(e.Want(k.in, 0, 67), k.out);
-    EXPECT_EQ(e.Want(k.in, 66, 67), k.out);
-    ForEachTarget([&](int) {
-      e.wide ? Check<Zyl16u>(e, 67, 2, Uniform(k.in)) : Check<Zyl8u>(e, 67, 2, Uniform(k.in));
-    });
+    const PixelExport& e = FindRow(kExports, k.name);
+    EXPECT_EQ(Want(e, k.in, 0, 67), k.out);
+    EXPECT_EQ(Want(e, k.in, 66, 67), k.out);
+    Wide(e) ? Flat<Zyl16u>(e, 67, 2, k.in) : Flat<Zyl8u>(e, 67, 2, k.in);
   }
 }
 
@@ -228,14 +169,14 @@ TEST(HsvTies, GroupsAndTailSettleTiesDifferently) {
                  {{v, 0, v}, up ? 212 : 213, up ? 213 : 212},
                  {{0, v, v}, up ? 127 : 128, up ? 127 : 128}};
     for (const char* name : {"zyliRGBToHSV_8u_C3R", "zyliRGBToHSV_8u_AC4R"}) {
-      const HsvExport& ex = Find(name);
-      const int width = ex.Group() + 1;
+      const PixelExport& ex = FindRow(kExports, name);
+      const int width = Group(ex) + 1;
       for (const auto& t : kTies) {
         SCOPED_TRACE(::testing::Message()
                      << name << " " << t.in[0] << " " << t.in[1] << " " << t.in[2]);
-        ASSERT_EQ(ex.Want(t.in, 0, width), (Px{t.group, 255, v}));
-        ASSERT_EQ(ex.Want(t.in, width - 1, width), (Px{t.tail, 255, v}));
-        ForEachTarget([&](int) { Check<Zyl8u>(ex, width, 1, Uniform(t.in)); });
+        ASSERT_EQ(Want(ex, t.in, 0, width), (Px{t.group, 255, v}));
+        ASSERT_EQ(Want(ex, t.in, width - 1, width), (Px{t.tail, 255, v}));
+        Flat<Zyl8u>(ex, width, 1, t.in);
       }
     }
   }
@@ -246,15 +187,12 @@ TEST(HsvTies, GroupsAndTailSettleTiesDifferently) {
 
 // Random pixels, every third one a tie of two or three channels (or black),
 // on every target over the shared sweep of widths, heights and steps, in a
-// rounding mode cycling through all four. 16u steps become element counts by
-// >> 1, so every other case adds a byte to both steps (even in every plan,
-// upward too: -s + 1 >> 1 is -s/2): the result must not change.
+// rounding mode cycling through all four.
 template <class T>
-void AgainstReference(const HsvExport& e) {
-  const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
-  ForEachTarget([&](int) {
-    Sweep(Plans::kCycled, {1, 3}, SweepWidths({255, 257}), [&](const SweepCase& k) {
-      auto fill = [&](GuardedImage<T>& src) {
+void AgainstReference(const PixelExport& e) {
+  SweepPixels<T, T>(
+      e.row, e.format, e.format, Plans::kCycled, {1, 3}, SweepWidths({255, 257}),
+      [](GuardedImage<T>& src, const SweepCase& k) {
         FillRandom(src, k.seed);
         std::mt19937 rng(k.seed);
         for (int y = 0; y < k.height; ++y) {
@@ -264,19 +202,22 @@ void AgainstReference(const HsvExport& e) {
             for (int c = 0; c < 3; ++c) src.At(x, y, c) = static_cast<T>(ties[rng() % 5][c]);
           }
         }
-      };
-      Check<T>(e, k.width, k.height, fill, k.Src(), k.Dst(), kModes[k.seed / 8 % 4],
-               e.wide ? k.seed / 8 % 2 : 0);
-      return !::testing::Test::HasFatalFailure();
-    });
-  });
+      },
+      [&](const GuardedImage<T>& src, int x, int y, int c, const SweepCase& k) -> std::optional<T> {
+        if (c == 3) return std::nullopt;
+        const std::array<T, 3> in = Pixel3(src, x, y);
+        return static_cast<T>(Want(e, {in[0], in[1], in[2]}, x, k.width)[c]);
+      });
 }
 
-class HsvExports : public ::testing::TestWithParam<HsvExport> {};
+class HsvExports : public ::testing::TestWithParam<PixelExport> {};
 
 TEST_P(HsvExports, MatchesReference) {
-  GetParam().wide ? AgainstReference<Zyl16u>(GetParam()) : AgainstReference<Zyl8u>(GetParam());
+  Wide(GetParam()) ? AgainstReference<Zyl16u>(GetParam()) : AgainstReference<Zyl8u>(GetParam());
 }
+
+// 16u steps become element counts by >> 1 (upward too: -s + 1 >> 1 is -s/2).
+TEST_P(HsvExports, OddSteps) { ExpectOddStepsHonoured(GetParam().row, Wide(GetParam()) ? 2 : 1); }
 
 INSTANTIATE_TEST_SUITE_P(Hsv, HsvExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
@@ -288,20 +229,10 @@ template <class T>
 void RoundTrip(ZylStatus (*fwd)(const T*, int, T*, int, ZylSize),
                ZylStatus (*inv)(const T*, int, T*, int, ZylSize), int stride, int bound) {
   constexpr int kMax = (1 << (8 * sizeof(T))) - 1;
-  const int n = (kMax + stride - 1) / stride + 1, step = 3 * n * static_cast<int>(sizeof(T));
-  std::vector<T> rgb(3 * n * n * n), hsv(rgb.size()), back(rgb.size());
-  for (size_t i = 0; i < rgb.size(); ++i) {
-    const int div = i % 3 == 0 ? n * n : i % 3 == 1 ? n : 1;
-    rgb[i] = static_cast<T>(std::min(static_cast<int>(i / 3) / div % n * stride, kMax));
-  }
-  int worst = 0;
-  ForEachTarget([&](int) {
-    ASSERT_EQ(fwd(rgb.data(), step, hsv.data(), step, {n, n * n}), zylStsOk);
-    ASSERT_EQ(inv(hsv.data(), step, back.data(), step, {n, n * n}), zylStsOk);
-    for (size_t i = 0; i < rgb.size(); ++i) worst = std::max(worst, std::abs(back[i] - rgb[i]));
-  });
-  EXPECT_LE(worst, bound);
-  std::printf("[ figures  ] %d-bit round trip: max |out - in| = %d\n", 8 * int{sizeof(T)}, worst);
+  ColorGrid<T> grid((kMax + stride - 1) / stride + 1,
+                    [&](int k) { return std::min(k * stride, kMax); });
+  const auto keep = [](const ColorGrid<T>&, int) { return true; };
+  RoundTripErrors(grid, fwd, inv, keep).ExpectWithin("HSV round trip", bound);
 }
 
 // 8u: S is off by <= 0.5 + 0.1 (reciprocal), so chroma by <= 0.6 V/255 <= 0.6;

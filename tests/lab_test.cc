@@ -18,11 +18,9 @@
 
 #include "include/zylcc.h"
 #include "src/perceptual/cie.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -138,35 +136,20 @@ void Fill(GuardedImage<TS>& img, uint32_t seed) {
 
 template <class TS, class TD, bool kToLab, bool kBgr, bool kPlanar>
 void SweepCheck(const ExportRow& row) {
-  ForEachTarget([&](int) {
-    Sweep(Plans::kCycled, {1, 3}, SweepWidths(), [&](const SweepCase& sc) {
-      GuardedImage<TS> src(sc.width, sc.height, kPlanar ? kP3 : kC3, sc.Src());
-      GuardedImage<TD> dst(sc.width, sc.height, kPlanar ? kP3 : kC3, sc.Dst());
-      Fill<TS, kToLab>(src, sc.seed);
-      const auto before = dst.Save();
-      EXPECT_EQ(CallOnImages(row, 0, src, dst), zylStsOk);
-      EXPECT_TRUE(dst.Matches(before, [&](int x, int y, int c) -> std::optional<TD> {
-        const TS in[3] = {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)};
-        return Ref<TS, TD, kToLab, kBgr>(in)[c];
-      }));
-      return !::testing::Test::HasFailure();
-    });
-  });
+  SweepPixels<TS, TD>(
+      row, kPlanar ? kP3 : kC3, kPlanar ? kP3 : kC3, Plans::kCycled, {1, 3}, SweepWidths(),
+      [](GuardedImage<TS>& src, const SweepCase& s) { Fill<TS, kToLab>(src, s.seed); },
+      [](const GuardedImage<TS>& src, int x, int y, int c, const SweepCase&) {
+        return Ref<TS, TD, kToLab, kBgr>(Pixel3(src, x, y).data())[c];
+      });
 }
 
-// A row of two 512-bit float blocks and a tail, every pixel the input.
 template <class TS, class TD, bool kPlanar>
 void KnownCheck(const ExportRow& row, const std::array<double, 3>& in,
                 const std::array<double, 3>& out, double tol) {
-  ForEachTarget([&](int) {
-    GuardedImage<TS> src(35, 1, kPlanar ? kP3 : kC3);
-    GuardedImage<TD> dst(35, 1, kPlanar ? kP3 : kC3);
-    src.Fill([&](int, int, int c) { return static_cast<TS>(in[c]); });
-    ASSERT_EQ(CallOnImages(row, 0, src, dst), zylStsOk);
-    for (int x = 0; x < 35; ++x) {
-      for (int c = 0; c < 3; ++c) EXPECT_NEAR(dst.At(x, 0, c), out[c], tol) << x << " " << c;
-    }
-  });
+  FlatKnown<TS, TD>(
+      row, kPlanar ? kP3 : kC3, kPlanar ? kP3 : kC3, 35, 1, in,
+      [&](int, int c) { return std::optional<TD>(static_cast<TD>(out[c])); }, 0, tol);
 }
 
 template <class TS, class TD, bool kToLab, bool kBgr, auto kFn>
@@ -280,40 +263,11 @@ TEST(LabKnown, HandWorkedValues) {
 
 // ------------------------------------------------------ every 8u triple --
 
-Triple8u ToLab8(Triple8u p) {
-  const auto o = Ref<Zyl8u, Zyl8u, true, false>(p.data());
-  return {o[0], o[1], o[2]};
-}
-Triple8u ToRgb8(Triple8u p) {
-  const auto o = Ref<Zyl8u, Zyl8u, false, false>(p.data());
-  return {o[0], o[1], o[2]};
-}
-
-TEST(LabEveryTriple, RgbToLab8u) {
-  Exhaustive("RGBToLab_8u", ToLab8, [](const AllTriples& all, Zyl8u* dst) {
-    return zyliRGBToLab_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
-  });
-}
-TEST(LabEveryTriple, LabToRgb8u) {
-  Exhaustive("LabToRGB_8u", ToRgb8, [](const AllTriples& all, Zyl8u* dst) {
-    return zyliLabToRGB_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
-  });
-}
-
-// ---------------------------------------------------------- plain and _L --
-
-TEST(LabPlanar, PlainAndLGiveTheSameBits) {
-  for (const char* name : {"zyliRGBToLab_32f_P3R", "zyliLabToRGB_32f_P3R"}) {
-    GuardedImage<Zyl32f> src(67, 3, kP3), a(67, 3, kP3), b(67, 3, kP3);
-    Fill<Zyl32f, true>(src, 5);
-    ASSERT_EQ(CallOnImages(Find(name).row, 0, src, a), zylStsOk);
-    ASSERT_EQ(CallOnImages(Find(std::string(name) + "_L").row, 0, src, b), zylStsOk);
-    for (int c = 0; c < 3; ++c) {
-      for (int y = 0; y < 3; ++y) {
-        EXPECT_EQ(std::memcmp(&a.At(0, y, c), &b.At(0, y, c), 67 * 4), 0) << name;
-      }
-    }
-  }
+TEST(LabEveryTriple, BothWays8u) {
+  ExhaustiveC3<zyliRGBToLab_8u_C3R>(
+      "RGBToLab_8u", [](Triple8u p) { return Ref<Zyl8u, Zyl8u, true, false>(p.data()); });
+  ExhaustiveC3<zyliLabToRGB_8u_C3R>(
+      "LabToRGB_8u", [](Triple8u p) { return Ref<Zyl8u, Zyl8u, false, false>(p.data()); });
 }
 
 // ------------------------------------------------------------ round trip --
@@ -336,15 +290,9 @@ TEST(LabRoundTrip, Every8uTriple) {
   ASSERT_EQ(zyliRGBToLab_8u_C3R(all.interleaved.data(), kSide3, lab.data(), kSide3, kAllSize),
             zylStsOk);
   ASSERT_EQ(zyliLabToRGB_8u_C3R(lab.data(), kSide3, back.data(), kSide3, kAllSize), zylStsOk);
-  int worst[3] = {0, 0, 0};
-  for (size_t i = 0; i < back.size(); ++i) {
-    worst[i % 3] = std::max(worst[i % 3], std::abs(back[i] - all.interleaved[i]));
-  }
-  std::printf("[ figures  ] 8u round trip: max |out - in| R %d G %d B %d\n", worst[0], worst[1],
-              worst[2]);
-  EXPECT_LE(worst[0], 14);
-  EXPECT_LE(worst[1], 7);
-  EXPECT_LE(worst[2], 6);
+  ErrorRange range;
+  for (size_t i = 0; i < back.size(); ++i) range.Add(i % 3, all.interleaved[i], back[i]);
+  range.Expect("8u round trip", {-14, -7, -6}, {14, 7, 6});
 }
 
 // Float and double over a grid of 1/64 steps.

@@ -6,26 +6,19 @@
 
 #include <algorithm>
 #include <array>
-#include <cfenv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <initializer_list>
 #include <optional>
 #include <random>
 #include <type_traits>
-#include <variant>
-#include <vector>
 
 #include "include/zylcc.h"
 #include "src/perceptual/cie.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
-#include "tests/support/guarded_image.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -127,73 +120,18 @@ std::array<T, 3> Reference(bool fwd, bool bgr, std::array<T, 3> in) {
 
 // ------------------------------------------------------- export adapters --
 
-struct LuvExport {
-  ExportRow row;
-  std::variant<Zyl8u, Zyl16u, Zyl16s, Zyl32f> type;
-  bool fwd, bgr;
-  Format format;  // kC3, or kC4 for AC4 (the fourth element must not change)
+const PixelExport kExports[] = {
+    ZYL_PIXEL_ROWS(Zyl8u, 8u, LUV),
+    ZYL_PIXEL_ROWS(Zyl16u, 16u, LUV),
+    ZYL_PIXEL_ROWS(Zyl16s, 16s, LUV),
+    ZYL_PIXEL_ROWS(Zyl32f, 32f, LUV),
+    PixelExportRow<Zyl8u, &zyliBGRToLUV_8u_C3R>("zyliBGRToLUV_8u_C3R", true, kC3, true),
+    PixelExportRow<Zyl32f, &zyliBGRToLUV_32f_C3R>("zyliBGRToLUV_32f_C3R", true, kC3, true),
+    PixelExportRow<Zyl8u, &zyliLUVToBGR_8u_C3R>("zyliLUVToBGR_8u_C3R", false, kC3, true),
+    PixelExportRow<Zyl32f, &zyliLUVToBGR_32f_C3R>("zyliLUVToBGR_32f_C3R", false, kC3, true),
 };
-
-void PrintTo(const LuvExport& e, std::ostream* os) { *os << e.row.name; }
-
-template <class T, auto kFn>
-LuvExport Row(const char* name, bool fwd, bool bgr, Format format) {
-  auto call = [](const ArgCall& a) {
-    return kFn(a.Ptr<const T>(0), a.Step(0), a.Ptr<T>(1), a.Step(1), a.size);
-  };
-  const int bytes = format.channels * static_cast<int>(sizeof(T));
-  return {ExportRow(name, {Image(bytes), Image(bytes)}, call), T{}, fwd, bgr, format};
-}
-#define ZYL_LUV_ROWS(T, t)                                                            \
-  Row<T, &zyliRGBToLUV_##t##_C3R>("zyliRGBToLUV_" #t "_C3R", true, false, kC3),       \
-      Row<T, &zyliRGBToLUV_##t##_AC4R>("zyliRGBToLUV_" #t "_AC4R", true, false, kC4), \
-      Row<T, &zyliLUVToRGB_##t##_C3R>("zyliLUVToRGB_" #t "_C3R", false, false, kC3),  \
-      Row<T, &zyliLUVToRGB_##t##_AC4R>("zyliLUVToRGB_" #t "_AC4R", false, false, kC4)
-
-const LuvExport kExports[] = {
-    ZYL_LUV_ROWS(Zyl8u, 8u),
-    ZYL_LUV_ROWS(Zyl16u, 16u),
-    ZYL_LUV_ROWS(Zyl16s, 16s),
-    ZYL_LUV_ROWS(Zyl32f, 32f),
-    Row<Zyl8u, &zyliBGRToLUV_8u_C3R>("zyliBGRToLUV_8u_C3R", true, true, kC3),
-    Row<Zyl32f, &zyliBGRToLUV_32f_C3R>("zyliBGRToLUV_32f_C3R", true, true, kC3),
-    Row<Zyl8u, &zyliLUVToBGR_8u_C3R>("zyliLUVToBGR_8u_C3R", false, true, kC3),
-    Row<Zyl32f, &zyliLUVToBGR_32f_C3R>("zyliLUVToBGR_32f_C3R", false, true, kC3),
-};
-
-// Runs fn<T>(e, args...) with T the export's element type.
-#define ZYL_LUV_TYPED(fn, e, ...) \
-  std::visit([&](auto t) { fn<decltype(t)>(e, __VA_ARGS__); }, (e).type)
-
-// Calls the export in a rounding mode, which it must leave as it found it,
-// and checks the whole destination memory: channels 0..2 of pixel (x, y)
-// must be want(x, y, c) (within tol for floats), everything else unchanged.
-template <class T, class Want>
-bool RunAndMatch(const LuvExport& e, const GuardedImage<T>& src, const GuardedImage<T>& dst,
-                 Want want, int mode = FE_TONEAREST, double tol = 0) {
-  const auto before = dst.Save();
-  std::fesetround(mode);
-  const ZylStatus status = CallOnImages(e.row, 0, src, dst);
-  const int mode_after = std::fegetround();
-  std::fesetround(FE_TONEAREST);
-  EXPECT_EQ(status, zylStsOk);
-  EXPECT_EQ(mode_after, mode);
-  const auto same = dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
-    if (c == 3) return std::nullopt;
-    const T w = want(x, y, c), got = dst.At(x, y, c);
-    return std::abs(static_cast<double>(got) - w) <= tol ? got : w;
-  });
-  EXPECT_TRUE(same);
-  return status == zylStsOk && mode_after == mode && same;
-}
 
 // ---------------------------------------------------------- known answers --
-
-struct Known {
-  const char* name;
-  std::array<double, 3> in, out;
-  double tol;
-};
 
 // 8u forward. White: Y = 255 * 1.0 * 0.003921569 = 1.0, L = 100, L8 = 255; X, Z
 // are Xn, Zn: d = 0.950456 + 15 + 3.266262 = 19.216718, u' = 3.801824 / d =
@@ -223,7 +161,7 @@ struct Known {
 // G = 3.60553 + 1.25533 - 0.08751 = 4.773 -> 5, B < 0. 16u (0, 24807, 35019)
 // likewise with eps 1.1920929e-7: G = 345.4. 32f (100, 0, 0): X = 9 u'n /
 // (4 v'n + eps) = 0.950454, Z = 1.088757: R = 0.999994, G and B just above 1.
-const Known kKnown[] = {
+const PixelKnown kKnown[] = {
     {"zyliRGBToLUV_8u_C3R", {255, 255, 255}, {255, 97, 136}, 0},
     {"zyliRGBToLUV_8u_AC4R", {0, 0, 0}, {0, 97, 136}, 0},
     {"zyliRGBToLUV_8u_C3R", {0, 0, 3}, {2, 96, 133}, 0},
@@ -246,23 +184,7 @@ const Known kKnown[] = {
 
 // Two rows of 131 (two 512-bit blocks of bytes and a tail): body and tail
 // both meet the pixel on every target.
-template <class T>
-void KnownAnswer(const LuvExport& e, const Known& k) {
-  ForEachTarget([&](int) {
-    GuardedImage<T> src(131, 2, e.format), dst(131, 2, e.format);
-    src.Fill([&](int, int, int c) { return static_cast<T>(c < 3 ? k.in[c] : 7); });
-    RunAndMatch(
-        e, src, dst, [&](int, int, int c) { return static_cast<T>(k.out[c]); }, FE_TONEAREST,
-        k.tol);
-  });
-}
-
-TEST(LuvKnown, HandWorkedValues) {
-  for (const Known& k : kKnown) {
-    SCOPED_TRACE(k.name);
-    ZYL_LUV_TYPED(KnownAnswer, FindRow(kExports, k.name), k);
-  }
-}
+TEST(LuvKnown, HandWorkedValues) { ExpectPixelKnown(kExports, kKnown, 131); }
 
 // ---------------------------------------------------- against reference --
 
@@ -270,51 +192,38 @@ TEST(LuvKnown, HandWorkedValues) {
 // u -134..220, v -140..122), so clamps and negative L are met too. Integer
 // results must not depend on the caller's rounding mode; 32f follows it.
 template <class T>
-void AgainstReference(const LuvExport& e, int) {
-  const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
-  const double lo[3] = {e.fwd ? -0.1 : -5, e.fwd ? -0.1 : -140, e.fwd ? -0.1 : -145};
-  const double hi[3] = {e.fwd ? 1.1 : 105, e.fwd ? 1.1 : 225, e.fwd ? 1.1 : 125};
-  ForEachTarget([&](int) {
-    Sweep(Plans::kEvery, {1, 3}, SweepWidths(), [&](const SweepCase& c) {
-      GuardedImage<T> src(c.width, c.height, e.format, c.Src()),
-          dst(c.width, c.height, e.format, c.Dst());
-      FillRandom(src, c.seed);
-      std::mt19937 rng(c.seed);
-      if (std::is_floating_point_v<T>)
-        src.Fill([&](int, int, int ch) {
-          return static_cast<T>(std::uniform_real_distribution<>(lo[ch % 3], hi[ch % 3])(rng));
-        });
-      const int mode = std::is_floating_point_v<T> ? FE_TONEAREST : kModes[c.seed / 8 % 4];
-      return RunAndMatch(
-          e, src, dst,
-          [&](int x, int y, int ch) {
-            return Reference<T>(e.fwd, e.bgr,
-                                {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)})[ch];
-          },
-          mode);
-    });
-  });
+void AgainstReference(const PixelExport& e, int) {
+  const double lo[3] = {e.forward ? -0.1 : -5, e.forward ? -0.1 : -140, e.forward ? -0.1 : -145};
+  const double hi[3] = {e.forward ? 1.1 : 105, e.forward ? 1.1 : 225, e.forward ? 1.1 : 125};
+  SweepPixels<T, T>(
+      e.row, e.format, e.format, Plans::kEvery, {1, 3}, SweepWidths(),
+      [&](GuardedImage<T>& src, const SweepCase& s) {
+        FillRandom(src, s.seed);
+        std::mt19937 rng(s.seed);
+        if (std::is_floating_point_v<T>)
+          src.Fill([&](int, int, int ch) {
+            return static_cast<T>(std::uniform_real_distribution<>(lo[ch % 3], hi[ch % 3])(rng));
+          });
+      },
+      [&](const GuardedImage<T>& src, int x, int y, int c, const SweepCase&) -> std::optional<T> {
+        if (c == 3) return std::nullopt;
+        return Reference<T>(e.forward, e.bgr, Pixel3(src, x, y))[c];
+      });
 }
 
-class LuvExports : public ::testing::TestWithParam<LuvExport> {};
+class LuvExports : public ::testing::TestWithParam<PixelExport> {};
 
-TEST_P(LuvExports, MatchesReference) { ZYL_LUV_TYPED(AgainstReference, GetParam(), 0); }
+TEST_P(LuvExports, MatchesReference) { ZYL_TYPED(AgainstReference, GetParam(), 0); }
 
 INSTANTIATE_TEST_SUITE_P(Luv, LuvExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
 INSTANTIATE_TEST_SUITE_P(Luv, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
 TEST(LuvExhaustive, EveryTripleBothWays) {
-  Exhaustive(
-      "zyliRGBToLUV_8u_C3R", [](Triple8u p) { return Reference<Zyl8u>(true, false, p); },
-      [](const AllTriples& all, Zyl8u* dst) {
-        return zyliRGBToLUV_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
-      });
-  Exhaustive(
-      "zyliLUVToRGB_8u_C3R", [](Triple8u p) { return Reference<Zyl8u>(false, false, p); },
-      [](const AllTriples& all, Zyl8u* dst) {
-        return zyliLUVToRGB_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
-      });
+  ExhaustiveC3<zyliRGBToLUV_8u_C3R>("zyliRGBToLUV_8u_C3R",
+                                    [](Triple8u p) { return Reference<Zyl8u>(true, false, p); });
+  ExhaustiveC3<zyliLUVToRGB_8u_C3R>("zyliLUVToRGB_8u_C3R",
+                                    [](Triple8u p) { return Reference<Zyl8u>(false, false, p); });
 }
 
 // ------------------------------------------------------------ round trip --
@@ -340,19 +249,14 @@ template <class T>
 void RoundTrip(ZylStatus (*fwd)(const T*, int, T*, int, ZylSize),
                ZylStatus (*inv)(const T*, int, T*, int, ZylSize), int n, double lo, double hi,
                double l_code, std::initializer_list<std::array<double, 2>> bands) {
-  std::vector<T> rgb(3 * n * n * n), luv(rgb.size()), back(rgb.size());
-  for (size_t i = 0; i < rgb.size(); ++i) {
-    const int level = static_cast<int>(i / 3) / (i % 3 == 0 ? 1 : i % 3 == 1 ? n : n * n) % n;
-    rgb[i] = static_cast<T>(lo + (hi - lo) * level / (n - 1));
-  }
-  const int step = 3 * n * static_cast<int>(sizeof(T));
-  ASSERT_EQ(fwd(rgb.data(), step, luv.data(), step, {n, n * n}), zylStsOk);
-  ASSERT_EQ(inv(luv.data(), step, back.data(), step, {n, n * n}), zylStsOk);
+  ColorGrid<T> grid(n, [&](int k) { return lo + (hi - lo) * k / (n - 1); });
+  ASSERT_TRUE(grid.Run(fwd, inv));
   for (const auto& [l_min, bound] : bands) {
     double worst = 0;
-    for (size_t i = 0; i < rgb.size(); ++i) {
-      if ((luv[i / 3 * 3] - lo) * l_code < l_min) continue;
-      worst = std::max(worst, std::abs(static_cast<double>(back[i]) - rgb[i]));
+    for (int i = 0; i < grid.Count(); ++i) {
+      if ((grid.Mid(i, 0) - lo) * l_code < l_min) continue;
+      for (int c = 0; c < 3; ++c)
+        worst = std::max(worst, std::abs(0.0 + grid.Back(i, c) - grid.In(i, c)));
     }
     std::printf("[ figures  ] %d-bit round trip, L >= %g: max |out - in| = %g (bound %g)\n",
                 8 * static_cast<int>(sizeof(T)), l_min, worst, bound);

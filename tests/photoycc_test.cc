@@ -6,24 +6,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cfenv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 #include <limits>
 #include <optional>
-#include <random>
-#include <string>
 #include <type_traits>
-#include <variant>
-#include <vector>
 
 #include "include/zylcc.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/generators.h"
-#include "tests/support/guarded_image.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -89,63 +80,12 @@ std::array<T, 3> Reference(bool to_ycc, const T* in) {
 
 // ------------------------------------------------------- export adapters --
 
-struct PhotoExport {
-  ExportRow row;
-  std::variant<Zyl8u, Zyl16u, Zyl16s, Zyl32f> type;
-  bool to_ycc;
-  Format format;  // kC3, or kC4 for AC4 (the fourth element must not change)
-};
-
-void PrintTo(const PhotoExport& e, std::ostream* os) { *os << e.row.name; }
-
-template <class T, auto kFn>
-PhotoExport Row(const char* name, bool to_ycc, Format format) {
-  auto call = [](const ArgCall& a) {
-    return kFn(a.Ptr<const T>(0), a.Step(0), a.Ptr<T>(1), a.Step(1), a.size);
-  };
-  const int bytes = format.channels * static_cast<int>(sizeof(T));
-  return {ExportRow(name, {Image(bytes), Image(bytes)}, call), T{}, to_ycc, format};
-}
-#define ZYL_PYCC_ROWS(T, t)                                                    \
-  Row<T, &zyliRGBToYCC_##t##_C3R>("zyliRGBToYCC_" #t "_C3R", true, kC3),       \
-      Row<T, &zyliRGBToYCC_##t##_AC4R>("zyliRGBToYCC_" #t "_AC4R", true, kC4), \
-      Row<T, &zyliYCCToRGB_##t##_C3R>("zyliYCCToRGB_" #t "_C3R", false, kC3),  \
-      Row<T, &zyliYCCToRGB_##t##_AC4R>("zyliYCCToRGB_" #t "_AC4R", false, kC4)
-
-const PhotoExport kExports[] = {ZYL_PYCC_ROWS(Zyl8u, 8u), ZYL_PYCC_ROWS(Zyl16u, 16u),
-                                ZYL_PYCC_ROWS(Zyl16s, 16s), ZYL_PYCC_ROWS(Zyl32f, 32f)};
-
-// Runs fn<T>(e, args...) with T the export's element type.
-#define ZYL_PYCC_TYPED(fn, e, ...) \
-  std::visit([&](auto t) { fn<decltype(t)>(e, __VA_ARGS__); }, (e).type)
-
-// Calls the export in a rounding mode, which it must leave as it found it,
-// and checks the whole destination memory: channels 0..2 of pixel (x, y)
-// must be want(x, y, c), everything else unchanged.
-template <class T, class Want>
-void RunAndMatch(const PhotoExport& e, const GuardedImage<T>& src, const GuardedImage<T>& dst,
-                 Want want, int mode = FE_TONEAREST) {
-  const auto before = dst.Save();
-  std::fesetround(mode);
-  const ZylStatus status = CallOnImages(e.row, 0, src, dst);
-  const int mode_after = std::fegetround();
-  std::fesetround(FE_TONEAREST);
-  ASSERT_EQ(status, zylStsOk);
-  ASSERT_EQ(mode_after, mode);
-  ASSERT_TRUE(dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
-    if (c == 3) return std::nullopt;
-    return want(x, y, c);
-  }));
-}
+const PixelExport kExports[] = {ZYL_PIXEL_ROWS(Zyl8u, 8u, YCC), ZYL_PIXEL_ROWS(Zyl16u, 16u, YCC),
+                                ZYL_PIXEL_ROWS(Zyl16s, 16s, YCC), ZYL_PIXEL_ROWS(Zyl32f, 32f, YCC)};
 
 // ---------------------------------------------------------- known answers --
 
-struct Known {
-  const char* name;
-  std::array<double, 3> in, out;
-};
-
-const Known kKnown[] = {
+const PixelKnown kKnown[] = {
     // 8u white: s = 255 * 16382 = 4177410, s >> 10 = 4079, 4079 * 2921 = 11914759 >> 16 = 181;
     // 255 * 16384 - s = 510 >> 10 = 0 for both differences, src_opt C1 = 156, C2 = 137.
     {"zyliRGBToYCC_8u_C3R", {255, 255, 255}, {181, 156, 137}},
@@ -184,84 +124,41 @@ const Known kKnown[] = {
     {"zyliYCCToRGB_16s_AC4R", {13976, 7324, 2441}, {30729, 30729, 30729}},
 };
 
-// Every pixel of a row of two 512-bit blocks and a tail holds the input, src_opt
-// vector body and per-pixel tail meet it on every target.
-template <class T>
-void KnownAnswer(const PhotoExport& e, const Known& k) {
-  ForEachTarget([&](int) {
-    GuardedImage<T> src(67, 2, e.format), dst(67, 2, e.format);
-    src.Fill([&](int, int, int c) { return static_cast<T>(c < 3 ? k.in[c] : 7); });
-    RunAndMatch(e, src, dst, [&](int, int, int c) { return static_cast<T>(k.out[c]); });
-  });
-}
-
-TEST(PhotoYccKnown, HandWorkedValues) {
-  for (const Known& k : kKnown) {
-    SCOPED_TRACE(k.name);
-    const auto* e = std::find_if(std::begin(kExports), std::end(kExports),
-                                 [&](const PhotoExport& x) { return x.row.name == k.name; });
-    ASSERT_NE(e, std::end(kExports));
-    ZYL_PYCC_TYPED(KnownAnswer, *e, k);
-  }
-}
+// A row of two 512-bit blocks and a tail: vector body and per-pixel tail.
+TEST(PhotoYccKnown, HandWorkedValues) { ExpectPixelKnown(kExports, kKnown, 67); }
 
 // ---------------------------------------------------- against reference --
 
-// Source and destination options. Page ends after sources catch reads past
-// the region, after destinations writes past it.
-const ImageOptions kPlans[][2] = {
-    {{Steps::kPacked, Placement::kPageEnd}, {Steps::kPacked, Placement::kPageEnd}},
-    {{Steps::kPadded, Placement::kHeap}, {Steps::kNegative, Placement::kPageEnd}},
-    {{Steps::kNegative, Placement::kPageEnd}, {Steps::kPadded, Placement::kHeap}},
-    {{Steps::kZero, Placement::kHeap}, {Steps::kPadded, Placement::kHeap}},
-};
-
-// Random images at widths 1..40 (the 8-bit blocks of 16 and 32 pixels, the
-// 16-bit and float vectors of SSE4 and AVX2), 63..65 and 127..129 (512-bit
-// vectors), one and three rows high; then a 257 x 256 image whose channels
-// each take all 65536 16-bit codes (8u: their low bytes, 32f: code / 65535).
-// Integer results do not depend on the caller's rounding mode; float results
-// follow it, src_opt 32f runs in the default mode.
+// Random images (floats also outside 0..1, where the inverse clamps) over the
+// shared sweep; then a 257 x 256 image whose channels each take all 65536
+// 16-bit codes (8u: their low bytes, 32f: code / 65535).
 template <class T>
-void AgainstReference(const PhotoExport& e, int) {
-  const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
-  std::vector<int> widths = {63, 64, 65, 127, 128, 129, 257};
-  for (int w = 1; w <= 40; ++w) widths.push_back(w);
-  auto sweep = [](int x, int y, int c) {
-    const uint32_t code = ((y * 257u + x) * (c == 0 ? 1u : c == 1 ? 40503u : 20011u)) & 0xFFFF;
-    if constexpr (std::is_floating_point_v<T>) return static_cast<T>(code / 65535.0f);
-    return static_cast<T>(code - (std::is_signed_v<T> ? 32768 : 0));
+void AgainstReference(const PixelExport& e, int) {
+  auto want = [&](const GuardedImage<T>& src, int x, int y, int c) -> std::optional<T> {
+    if (c == 3) return std::nullopt;
+    return Reference<T>(e.forward, Pixel3(src, x, y).data())[c];
   };
+  SweepPixels<T, T>(
+      e.row, e.format, e.format, Plans::kEvery, {1, 3}, SweepWidths(),
+      [](GuardedImage<T>& src, const SweepCase& s) { FillRandom(src, s.seed, -0.25, 1.25); },
+      [&](const GuardedImage<T>& src, int x, int y, int c, const SweepCase&) {
+        return want(src, x, y, c);
+      });
   ForEachTarget([&](int) {
-    uint32_t seed = 1;
-    for (int p = 0; p < 4; ++p) {
-      for (int width : widths) {
-        if (width == 257 && p != 0) continue;
-        const int height = width == 257 ? 256 : 1 + 2 * ((width + p) % 2);
-        const int mode = std::is_floating_point_v<T> ? FE_TONEAREST : kModes[++seed % 4];
-        SCOPED_TRACE(::testing::Message()
-                     << width << "x" << height << " plan " << p << " mode " << mode);
-        ImageOptions src_opt = kPlans[p][0], dst_opt = kPlans[p][1];
-        src_opt.seed = seed;
-        dst_opt.seed = ~seed;
-        GuardedImage<T> src(width, height, e.format, src_opt),
-            dst(width, height, e.format, dst_opt);
-        FillRandom(src, seed, -0.25, 1.25);  // floats: also outside 0..1, where the inverse clamps
-        if (width == 257) src.Fill(sweep);
-        auto want = [&](int x, int y, int c) {
-          const T in[3] = {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)};
-          return Reference<T>(e.to_ycc, in)[c];
-        };
-        RunAndMatch(e, src, dst, want, mode);
-        if (::testing::Test::HasFatalFailure()) return;
-      }
-    }
+    GuardedImage<T> src(257, 256, e.format, {Steps::kPacked, Placement::kPageEnd}),
+        dst(257, 256, e.format, {Steps::kNegative, Placement::kPageEnd});
+    src.Fill([](int x, int y, int c) {
+      const uint32_t code = ((y * 257u + x) * (c == 0 ? 1u : c == 1 ? 40503u : 20011u)) & 0xFFFF;
+      if constexpr (std::is_floating_point_v<T>) return static_cast<T>(code / 65535.0f);
+      return static_cast<T>(code - (std::is_signed_v<T> ? 32768 : 0));
+    });
+    RunAndMatch(e.row, src, dst, [&](int x, int y, int c) { return want(src, x, y, c); });
   });
 }
 
-class PhotoYccExports : public ::testing::TestWithParam<PhotoExport> {};
+class PhotoYccExports : public ::testing::TestWithParam<PixelExport> {};
 
-TEST_P(PhotoYccExports, MatchesReference) { ZYL_PYCC_TYPED(AgainstReference, GetParam(), 0); }
+TEST_P(PhotoYccExports, MatchesReference) { ZYL_TYPED(AgainstReference, GetParam(), 0); }
 
 INSTANTIATE_TEST_SUITE_P(PhotoYcc, PhotoYccExports, ::testing::ValuesIn(kExports), FamilyRowName());
 
@@ -272,48 +169,16 @@ INSTANTIATE_TEST_SUITE_P(PhotoYcc, ArgCheck, ::testing::ValuesIn(RowsOf(kExports
 // RGB -> YCC -> RGB on every target over a grid of every channel value
 // `stride` apart and the maximum: out - gain * in must lie in [lo, hi] per
 // channel. Rows of n pixels sit at odd addresses an odd number of bytes
-// apart, as the exports advance rows by the byte step as given. Prints the
-// extremes and the largest |out - in|.
+// apart, as the exports advance rows by the byte step as given.
 template <class T>
 void RoundTrip(ZylStatus (*fwd)(const T*, int, T*, int, ZylSize),
                ZylStatus (*inv)(const T*, int, T*, int, ZylSize), int stride, double gain,
-               const double (&lo)[3], const double (&hi)[3]) {
-  constexpr int kMax = std::numeric_limits<T>::max(), kSize = sizeof(T);
-  const int n = (kMax + stride - 1) / stride + 1, step = 3 * n * kSize + 1;
-  std::vector<uint8_t> rgb(static_cast<size_t>(n * n) * step + 1), ycc(rgb.size()), back(ycc);
-  auto at = [&](std::vector<uint8_t>& v, int i, int c) {
-    return reinterpret_cast<T*>(&v[1 + i / n * step + (i % n * 3 + c) * kSize]);
-  };
-  for (int i = 0; i < n * n * n; ++i) {
-    for (int c = 0, div = n * n; c < 3; ++c, div /= n) {
-      const T v = static_cast<T>(std::min(i / div % n * stride, kMax));
-      std::memcpy(at(rgb, i, c), &v, kSize);
-    }
-  }
-  double low[3] = {0, 0, 0}, high[3] = {0, 0, 0};
-  int worst = 0;
-  ForEachTarget([&](int) {
-    ASSERT_EQ(fwd(at(rgb, 0, 0), step, at(ycc, 0, 0), step, {n, n * n}), zylStsOk);
-    ASSERT_EQ(inv(at(ycc, 0, 0), step, at(back, 0, 0), step, {n, n * n}), zylStsOk);
-    for (int i = 0; i < n * n * n; ++i) {
-      for (int c = 0; c < 3; ++c) {
-        T in, out;
-        std::memcpy(&in, at(rgb, i, c), kSize);
-        std::memcpy(&out, at(back, i, c), kSize);
-        low[c] = std::min(low[c], out - gain * in);
-        high[c] = std::max(high[c], out - gain * in);
-        worst = std::max(worst, std::abs(out - in));
-      }
-    }
-  });
-  for (int c = 0; c < 3; ++c) {
-    EXPECT_GE(low[c], lo[c]) << "channel " << c;
-    EXPECT_LE(high[c], hi[c]) << "channel " << c;
-  }
-  std::printf(
-      "[ figures  ] %d-bit round trip: out - %.4f in within [%.2f, %.2f] [%.2f, %.2f] "
-      "[%.2f, %.2f]; max |out - in| = %d\n",
-      8 * kSize, gain, low[0], high[0], low[1], high[1], low[2], high[2], worst);
+               const std::array<double, 3>& lo, const std::array<double, 3>& hi) {
+  constexpr int kMax = std::numeric_limits<T>::max();
+  ColorGrid<T> grid((kMax + stride - 1) / stride + 1,
+                    [&](int k) { return std::min(k * stride, kMax); }, {1, 1, 0});
+  const auto keep = [](const ColorGrid<T>&, int) { return true; };
+  RoundTripErrors(grid, fwd, inv, keep, gain).Expect("YCC round trip against gain * in", lo, hi);
 }
 
 // The pair is not an identity: Y is scaled by 16 * 2921 / 65536 = 0.713135

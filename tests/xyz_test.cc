@@ -5,25 +5,16 @@
 
 #include <algorithm>
 #include <array>
-#include <cfenv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 #include <limits>
 #include <optional>
-#include <random>
 #include <type_traits>
-#include <variant>
-#include <vector>
 
 #include "include/zylcc.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
-#include "tests/support/guarded_image.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -70,67 +61,14 @@ std::array<T, 3> Reference(bool to_xyz, const T* in) {
 
 // ------------------------------------------------------- export adapters --
 
-struct XyzExport {
-  ExportRow row;
-  std::variant<Zyl8u, Zyl16u, Zyl16s, Zyl32f> type;
-  bool to_xyz;
-  Format format;  // kC3, or kC4 for AC4 (the fourth element must not change)
-};
-
-void PrintTo(const XyzExport& e, std::ostream* os) { *os << e.row.name; }
-
-template <class T, auto kFn>
-XyzExport Row(const char* name, bool to_xyz, Format format) {
-  auto call = [](const ArgCall& a) {
-    return kFn(a.Ptr<const T>(0), a.Step(0), a.Ptr<T>(1), a.Step(1), a.size);
-  };
-  const int bytes = format.channels * static_cast<int>(sizeof(T));
-  return {ExportRow(name, {Image(bytes), Image(bytes)}, call), T{}, to_xyz, format};
-}
-#define ZYL_XYZ_ROWS(T, t)                                                     \
-  Row<T, &zyliRGBToXYZ_##t##_C3R>("zyliRGBToXYZ_" #t "_C3R", true, kC3),       \
-      Row<T, &zyliRGBToXYZ_##t##_AC4R>("zyliRGBToXYZ_" #t "_AC4R", true, kC4), \
-      Row<T, &zyliXYZToRGB_##t##_C3R>("zyliXYZToRGB_" #t "_C3R", false, kC3),  \
-      Row<T, &zyliXYZToRGB_##t##_AC4R>("zyliXYZToRGB_" #t "_AC4R", false, kC4)
-
-const XyzExport kExports[] = {ZYL_XYZ_ROWS(Zyl8u, 8u), ZYL_XYZ_ROWS(Zyl16u, 16u),
-                              ZYL_XYZ_ROWS(Zyl16s, 16s), ZYL_XYZ_ROWS(Zyl32f, 32f)};
+const PixelExport kExports[] = {ZYL_PIXEL_ROWS(Zyl8u, 8u, XYZ), ZYL_PIXEL_ROWS(Zyl16u, 16u, XYZ),
+                                ZYL_PIXEL_ROWS(Zyl16s, 16s, XYZ), ZYL_PIXEL_ROWS(Zyl32f, 32f, XYZ)};
 
 INSTANTIATE_TEST_SUITE_P(Xyz, ArgCheck, ::testing::ValuesIn(RowsOf(kExports)), ExportRowName);
 
-// Runs fn<T>(e, args...) with T the export's element type.
-#define ZYL_XYZ_TYPED(fn, e, ...) \
-  std::visit([&](auto t) { fn<decltype(t)>(e, __VA_ARGS__); }, (e).type)
-
-// Calls the export in a rounding mode, which it must give back, and checks
-// the whole memory: channels 0..2 of (x, y) become want(x, y, c), the rest
-// (alpha, padding, guards) keeps its bytes.
-template <class T, class Want>
-bool RunAndMatch(const XyzExport& e, const GuardedImage<T>& src, const GuardedImage<T>& dst,
-                 Want want, int mode = FE_TONEAREST) {
-  const auto before = dst.Save();
-  std::fesetround(mode);
-  const ZylStatus status = CallOnImages(e.row, 0, src, dst);
-  const int mode_after = std::fegetround();
-  std::fesetround(FE_TONEAREST);
-  EXPECT_EQ(status, zylStsOk);
-  EXPECT_EQ(mode_after, mode);
-  const auto same = dst.Matches(before, [&](int x, int y, int c) -> std::optional<T> {
-    if (c == 3) return std::nullopt;
-    return want(x, y, c);
-  });
-  EXPECT_TRUE(same);
-  return status == zylStsOk && mode_after == mode && same;
-}
-
 // ---------------------------------------------------------- known answers --
 
-struct Known {
-  const char* name;
-  std::array<double, 3> in, out;
-};
-
-const Known kKnown[] = {
+const PixelKnown kKnown[] = {
     // White: 62288 * 255 = 15883440 >> 16 = 242 (242.4); 65534 * 255 = 16711170 >> 16 = 254
     // (254.99, truncated); 71352 * 255 = 18194760 >> 16 = 277, clamped to 255.
     {"zyliRGBToXYZ_8u_C3R", {255, 255, 255}, {242, 254, 255}},
@@ -166,80 +104,32 @@ const Known kKnown[] = {
     {"zyliXYZToRGB_16s_C3R", {0, 32767, 0}, {-32768, 32767, -6686}},
 };
 
-// Every pixel of a row of two 512-bit blocks and a tail holds the input, so
-// vector body and per-pixel tail meet it on every target.
-template <class T>
-void KnownAnswer(const XyzExport& e, const Known& k) {
-  ForEachTarget([&](int) {
-    GuardedImage<T> src(67, 3, e.format), dst(67, 3, e.format);
-    src.Fill([&](int, int, int c) { return static_cast<T>(c < 3 ? k.in[c] : 7); });
-    RunAndMatch(e, src, dst, [&](int, int, int c) { return static_cast<T>(k.out[c]); });
-  });
-}
-
-TEST(XyzKnown, HandWorkedValues) {
-  for (const Known& k : kKnown) {
-    SCOPED_TRACE(k.name);
-    const XyzExport& e = FindRow(kExports, k.name);
-    ZYL_XYZ_TYPED(KnownAnswer, e, k);
-  }
-}
+// A row of two 512-bit blocks and a tail: vector body and per-pixel tail.
+TEST(XyzKnown, HandWorkedValues) { ExpectPixelKnown(kExports, kKnown, 67); }
 
 // ---------------------------------------------------- against reference --
 
-class XyzExports : public ::testing::TestWithParam<XyzExport> {};
+class XyzExports : public ::testing::TestWithParam<PixelExport> {};
 
 // Random images (floats in -0.25..1.25, where the clamps act) at widths around
-// every target's blocks, heights 1 and 3, every step plan; integer exports run
-// in each rounding mode in turn, which must change nothing.
+// every target's blocks, heights 1 and 3, every step plan.
 template <class T>
-void AgainstReference(const XyzExport& e, int) {
-  const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
-  ForEachTarget([&](int) {
-    Sweep(Plans::kEvery, {1, 3}, SweepWidths(), [&](const SweepCase& s) {
-      GuardedImage<T> src(s.width, s.height, e.format, s.Src());
-      GuardedImage<T> dst(s.width, s.height, e.format, s.Dst());
-      FillRandom(src, s.seed, -0.25, 1.25);
-      const int mode = std::is_floating_point_v<T> ? FE_TONEAREST : kModes[s.seed / 8 % 4];
-      return RunAndMatch(
-          e, src, dst,
-          [&](int x, int y, int c) {
-            const T in[3] = {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)};
-            return Reference<T>(e.to_xyz, in)[c];
-          },
-          mode);
-    });
-  });
+void AgainstReference(const PixelExport& e, int) {
+  SweepPixels<T, T>(
+      e.row, e.format, e.format, Plans::kEvery, {1, 3}, SweepWidths(),
+      [](GuardedImage<T>& src, const SweepCase& s) { FillRandom(src, s.seed, -0.25, 1.25); },
+      [&](const GuardedImage<T>& src, int x, int y, int c, const SweepCase&) -> std::optional<T> {
+        if (c == 3) return std::nullopt;
+        return Reference<T>(e.forward, Pixel3(src, x, y).data())[c];
+      });
 }
 
-TEST_P(XyzExports, MatchesReference) { ZYL_XYZ_TYPED(AgainstReference, GetParam(), 0); }
+TEST_P(XyzExports, MatchesReference) { ZYL_TYPED(AgainstReference, GetParam(), 0); }
 
-// An odd byte step writes what the step with its remainder dropped writes:
-// rows advance by floor(step / element size) elements (for 8u, the step).
+// Rows advance by floor(step / element size) elements (for 8u, the step).
 TEST_P(XyzExports, OddSteps) {
-  const XyzExport& e = GetParam();
-  const int pixel = e.row.slots[0].bytes_per_pixel, size = pixel / e.format.channels;
-  const int row = 37 * pixel;
-  std::mt19937 rng(3);
-  std::vector<uint8_t> src(8 * row), dst(src.size());
-  for (size_t i = 0; i < src.size(); ++i) src[i] = static_cast<uint8_t>(rng());
-  for (size_t i = 0; i < dst.size(); ++i) dst[i] = static_cast<uint8_t>(rng());
-  auto whole = [&](int step) { return static_cast<int>(std::floor(1.0 * step / size)) * size; };
-  ForEachTarget([&](int) {
-    for (int sign : {1, -1}) {
-      const int s = sign * (row + size + 1), d = sign * (row + 2 * size + 3);
-      std::vector<uint8_t> got = dst, want = dst;
-      ArgCall a;
-      a.size = {37, 3};
-      a.Bind(0, &src[4 * row], s);
-      a.Bind(1, &got[4 * row], d);
-      ASSERT_EQ(e.row.call(a), zylStsOk);
-      a.Bind(0, &src[4 * row], whole(s));
-      a.Bind(1, &want[4 * row], whole(d));
-      ASSERT_EQ(e.row.call(a), zylStsOk);
-      EXPECT_TRUE(got == want) << "steps " << s << ", " << d;
-    }
-  });
+  ExpectOddStepsHonoured(GetParam().row,
+                         GetParam().row.slots[0].bytes_per_pixel / GetParam().format.channels);
 }
 
 INSTANTIATE_TEST_SUITE_P(Xyz, XyzExports, ::testing::ValuesIn(kExports), FamilyRowName());
@@ -248,16 +138,8 @@ INSTANTIATE_TEST_SUITE_P(Xyz, XyzExports, ::testing::ValuesIn(kExports), FamilyR
 std::array<uint8_t, 3> Ref8(bool to_xyz, Triple8u p) { return Reference<Zyl8u>(to_xyz, p.data()); }
 
 TEST(XyzEveryTriple, EightBit) {
-  Exhaustive(
-      "RGBToXYZ_8u", [](Triple8u p) { return Ref8(true, p); },
-      [](const AllTriples& all, Zyl8u* out) {
-        return zyliRGBToXYZ_8u_C3R(all.interleaved.data(), kSide3, out, kSide3, kAllSize);
-      });
-  Exhaustive(
-      "XYZToRGB_8u", [](Triple8u p) { return Ref8(false, p); },
-      [](const AllTriples& all, Zyl8u* out) {
-        return zyliXYZToRGB_8u_C3R(all.interleaved.data(), kSide3, out, kSide3, kAllSize);
-      });
+  ExhaustiveC3<zyliRGBToXYZ_8u_C3R>("RGBToXYZ_8u", [](Triple8u p) { return Ref8(true, p); });
+  ExhaustiveC3<zyliXYZToRGB_8u_C3R>("XYZToRGB_8u", [](Triple8u p) { return Ref8(false, p); });
 }
 
 // ------------------------------------------------------------ round trip --
@@ -269,39 +151,12 @@ TEST(XyzEveryTriple, EightBit) {
 template <class T>
 void RoundTrip(ZylStatus (*fwd)(const T*, int, T*, int, ZylSize),
                ZylStatus (*inv)(const T*, int, T*, int, ZylSize), int n, double top,
-               const double (&lo)[3], const double (&hi)[3]) {
-  const int step = 3 * n * static_cast<int>(sizeof(T));
-  std::vector<T> rgb(3 * n * n * n), xyz(rgb.size()), back(rgb.size());
-  for (int i = 0; i < n * n * n; ++i) {
-    const int v[3] = {i / (n * n), i / n % n, i % n};
-    for (int c = 0; c < 3; ++c) rgb[3 * i + c] = static_cast<T>(v[c] * top / (n - 1));
-  }
-  double low[3] = {0, 0, 0}, high[3] = {0, 0, 0};
-  int skipped = 0;
-  ForEachTarget([&](int) {
-    ASSERT_EQ(fwd(rgb.data(), step, xyz.data(), step, {n, n * n}), zylStsOk);
-    ASSERT_EQ(inv(xyz.data(), step, back.data(), step, {n, n * n}), zylStsOk);
-    skipped = 0;
-    for (size_t p = 0; p < rgb.size(); p += 3) {
-      if (0.019334 * rgb[p] + 0.119193 * rgb[p + 1] + 0.950227 * rgb[p + 2] > 0.999 * top) {
-        ++skipped;
-        continue;
-      }
-      for (int c = 0; c < 3; ++c) {
-        const double d = static_cast<double>(back[p + c]) - rgb[p + c];
-        low[c] = std::min(low[c], d);
-        high[c] = std::max(high[c], d);
-      }
-    }
+               const std::array<double, 3>& lo, const std::array<double, 3>& hi) {
+  ColorGrid<T> grid(n, [&](int k) { return k * top / (n - 1); });
+  const ErrorRange range = RoundTripErrors(grid, fwd, inv, [&](const ColorGrid<T>& g, int i) {
+    return 0.019334 * g.In(i, 0) + 0.119193 * g.In(i, 1) + 0.950227 * g.In(i, 2) <= 0.999 * top;
   });
-  for (int c = 0; c < 3; ++c) {
-    EXPECT_GE(low[c], lo[c]) << "channel " << c;
-    EXPECT_LE(high[c], hi[c]) << "channel " << c;
-  }
-  std::printf(
-      "[ figures  ] round trip of %d^3 values (%d with Z clamped left out): out - in "
-      "within [%g, %g] [%g, %g] [%g, %g]\n",
-      n, skipped, low[0], high[0], low[1], high[1], low[2], high[2]);
+  range.Expect("XYZ round trip, Z clamped left out", lo, hi);
 }
 
 // 8u: the forward weights are 65536 m - d (d in [0, 1)), so X = M p - e with

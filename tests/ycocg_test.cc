@@ -14,11 +14,9 @@
 #include <vector>
 
 #include "include/zylcc.h"
-#include "tests/support/arg_check.h"
+#include "tests/support/every_triple.h"
 #include "tests/support/generators.h"
-#include "tests/support/guarded_image.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/pixel_family.h"
 
 namespace zyl::test {
 namespace {
@@ -88,19 +86,6 @@ Triple Expected(const Export& e, Triple in) {
 // One call on guarded images, each output pixel want(input pixel); the whole
 // destination memory is compared, so a fourth channel, padding or guard
 // bytes written fail.
-template <class In, class Out, class Want>
-bool RunOnImages(const Export& e, const GuardedImage<In>& src, const GuardedImage<Out>& dst,
-                 Want want) {
-  const auto before = dst.Save();
-  EXPECT_EQ(CallOnImages(e.row, 0, src, dst), zylStsOk);
-  const auto same = dst.Matches(before, [&](int x, int y, int c) -> std::optional<Out> {
-    if (c == 3) return std::nullopt;
-    return static_cast<Out>(want(Triple{src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)})[c]);
-  });
-  EXPECT_TRUE(same);
-  return same;
-}
-
 template <class T>
 std::vector<T> Extremes() {
   using L = std::numeric_limits<T>;
@@ -120,34 +105,39 @@ std::vector<T> Extremes() {
 template <class In, class Out>
 void Check(const Export& e) {
   const Format in_fmt = e.forward ? e.pixels : kP3, out_fmt = e.forward ? kP3 : e.pixels;
-  const auto reference = [&](Triple in) { return Expected<Out>(e, in); };
+  // Channels 0..2 as the reference says, a fourth one unchanged.
+  const auto want = [&](const GuardedImage<In>& src, int x, int y, int c) -> std::optional<Out> {
+    if (c == 3) return std::nullopt;
+    return static_cast<Out>(
+        Expected<Out>(e, Triple{src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)})[c]);
+  };
   std::vector<std::array<In, 3>> extremes;
   for (In a : Extremes<In>())
     for (In b : Extremes<In>())
       for (In c : Extremes<In>()) extremes.push_back({a, b, c});
+  SweepPixels<In, Out>(
+      e.row, in_fmt, out_fmt, Plans::kEvery, {1, 3}, SweepWidths(),
+      [](GuardedImage<In>& src, const SweepCase& c) { FillRandom(src, c.seed); },
+      [&](const GuardedImage<In>& src, int x, int y, int c, const SweepCase&) {
+        return want(src, x, y, c);
+      });
   ForEachTarget([&](int) {
-    Sweep(Plans::kEvery, {1, 3}, SweepWidths(), [&](const SweepCase& c) {
-      GuardedImage<In> src(c.width, c.height, in_fmt, c.Src());
-      GuardedImage<Out> dst(c.width, c.height, out_fmt, c.Dst());
-      FillRandom(src, c.seed);
-      return RunOnImages(e, src, dst, reference);
-    });
     GuardedImage<In> src(61, static_cast<int>(extremes.size() + 60) / 61, in_fmt);
     GuardedImage<Out> dst(61, src.height(), out_fmt, {Steps::kNegative});
     FillPixels(src, extremes);
-    RunOnImages(e, src, dst, reference);
+    RunAndMatch(e.row, src, dst, [&](int x, int y, int c) { return want(src, x, y, c); });
   });
 }
 
 // A known pixel repeated over 37 pixels, so vector body and tail both meet it.
 template <class In, class Out>
 void Known(const Export& e, Triple in, Triple want) {
-  ForEachTarget([&](int) {
-    GuardedImage<In> src(37, 1, e.forward ? e.pixels : kP3);
-    GuardedImage<Out> dst(37, 1, e.forward ? kP3 : e.pixels);
-    src.Fill([&](int, int, int c) { return static_cast<In>(c < 3 ? in[c] : 77); });
-    RunOnImages(e, src, dst, [&](Triple) { return want; });
-  });
+  FlatKnown<In, Out>(e.row, e.forward ? e.pixels : kP3, e.forward ? kP3 : e.pixels, 37, 1,
+                     {0.0 + in[0], 0.0 + in[1], 0.0 + in[2]},
+                     [&](int, int c) -> std::optional<Out> {
+                       if (c == 3) return std::nullopt;
+                       return static_cast<Out>(want[c]);
+                     });
 }
 
 template <class Pix, class Plane>
@@ -285,9 +275,7 @@ void RoundTrip(const std::vector<Pix>& src, std::vector<Pix>& out, int channels,
 // there are distinct codes (exact triples have distinct codes); this one
 // reaches that bound.
 TEST(YCoCgRoundTrip, EveryEightBitTriple) {
-  std::vector<uint8_t> src;  // 4096 x 4096, pixel i = (i >> 16, i >> 8, i)
-  for (uint32_t i = 0; i < (1u << 24); ++i)
-    src.insert(src.end(), {uint8_t(i >> 16), uint8_t(i >> 8), uint8_t(i)});
+  const std::vector<uint8_t>& src = Triples().interleaved;
   std::vector<Zyl16s> p16[3];
   std::vector<Zyl8u> planes[3];
   std::vector<uint8_t> out, first;

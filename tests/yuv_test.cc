@@ -11,18 +11,13 @@
 #include <vector>
 
 #include "include/zylcc.h"
-#include "tests/support/arg_check.h"
 #include "tests/support/every_triple.h"
-#include "tests/support/generators.h"
-#include "tests/support/guarded_image.h"
-#include "tests/support/sweep.h"
-#include "tests/support/targets.h"
+#include "tests/support/family8u.h"
 
 namespace zyl::test {
 namespace {
 
-using Img = GuardedImage<Zyl8u>;
-using Px = std::array<uint8_t, 3>;
+using Px = Px8;
 
 // ------------------------------------------------------------ reference --
 
@@ -47,131 +42,27 @@ Px YuvToRgbRef(Px in) {
 
 // ------------------------------------------------------- export adapters --
 
-enum class Alpha {
-  kNone,        // three-channel destination
-  kKept,        // AC4 destination: the fourth bytes are never written
-  kFromSource,  // AC4P4: plane 3 receives the source's fourth channel
-  kArgument,    // C3C4: the fourth channel receives the alpha argument
+const Export8u kExports[] = {
+    ZYL_ROW8U(zyliRGBToYUV_8u_C3R, 1, kC3, kC3),
+    ZYL_ROW8U(zyliRGBToYUV_8u_AC4R, 1, kC4, kC4),
+    ZYL_ROW8U(zyliRGBToYUV_8u_C3P3R, 1, kC3, kP3),
+    ZYL_ROW8U(zyliRGBToYUV_8u_AC4P4R, 1, kC4, kP4, Alpha::kFromSource),
+    ZYL_ROW8U(zyliRGBToYUV_8u_P3R, 1, kP3, kP3),
+    ZYL_ROW8U(zyliYUVToRGB_8u_C3R, 0, kC3, kC3),
+    ZYL_ROW8U(zyliYUVToRGB_8u_AC4R, 0, kC4, kC4),
+    ZYL_ROW8U(zyliYUVToRGB_8u_C3C4R, 0, kC3, kC4, Alpha::kArgument),
+    ZYL_ROW8U(zyliYUVToRGB_8u_P3C3R, 0, kP3, kC3),
+    ZYL_ROW8U(zyliYUVToRGB_8u_P3R, 0, kP3, kP3),
 };
 
-struct YuvExport {
-  ExportRow row;
-  bool to_yuv;
-  Format src, dst;
-  Alpha alpha;
-};
-
-void PrintTo(const YuvExport& e, std::ostream* os) { *os << e.row.name; }
-
-YuvExport Row(const char* name, bool to_yuv, Format src, Format dst, Alpha alpha, ArgCallFn call) {
-  auto slot = [](Format f) { return f.planes > 1 ? Planes(f.planes) : Image(f.channels); };
-  // AC4P4R tests only the Y, U and V plane pointers for null: plane 3 is used
-  // unchecked, so the shared argument tests leave it valid in every call.
-  const ArgSlot dst_slot = alpha == Alpha::kFromSource ? slot(dst).Checked(3) : slot(dst);
-  return {ExportRow(name, {slot(src), dst_slot}, call), to_yuv, src, dst, alpha};
-}
-
-// Planar sides take the plane array and ONE step shared by all planes; the
-// two sides' steps differ in most of these tests (other channel counts and
-// paddings), so a plane walked with the wrong side's step shows up.
-const YuvExport kExports[] = {
-    Row("zyliRGBToYUV_8u_C3R", true, kC3, kC3, Alpha::kNone,
-        [](const ArgCall& a) {
-          return zyliRGBToYUV_8u_C3R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
-                                     a.size);
-        }),
-    Row("zyliRGBToYUV_8u_AC4R", true, kC4, kC4, Alpha::kKept,
-        [](const ArgCall& a) {
-          return zyliRGBToYUV_8u_AC4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
-                                      a.size);
-        }),
-    Row("zyliRGBToYUV_8u_C3P3R", true, kC3, kP3, Alpha::kNone,
-        [](const ArgCall& a) {
-          return zyliRGBToYUV_8u_C3P3R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
-                                       a.Step(1), a.size);
-        }),
-    Row("zyliRGBToYUV_8u_AC4P4R", true, kC4, kP4, Alpha::kFromSource,
-        [](const ArgCall& a) {
-          return zyliRGBToYUV_8u_AC4P4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
-                                        a.Step(1), a.size);
-        }),
-    Row("zyliRGBToYUV_8u_P3R", true, kP3, kP3, Alpha::kNone,
-        [](const ArgCall& a) {
-          return zyliRGBToYUV_8u_P3R(a.Planes<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
-                                     a.Step(1), a.size);
-        }),
-    Row("zyliYUVToRGB_8u_C3R", false, kC3, kC3, Alpha::kNone,
-        [](const ArgCall& a) {
-          return zyliYUVToRGB_8u_C3R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
-                                     a.size);
-        }),
-    Row("zyliYUVToRGB_8u_AC4R", false, kC4, kC4, Alpha::kKept,
-        [](const ArgCall& a) {
-          return zyliYUVToRGB_8u_AC4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
-                                      a.size);
-        }),
-    Row("zyliYUVToRGB_8u_C3C4R", false, kC3, kC4, Alpha::kArgument,
-        [](const ArgCall& a) {
-          return zyliYUVToRGB_8u_C3C4R(a.Ptr<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1), a.Step(1),
-                                       a.size, static_cast<Zyl8u>(a.param));
-        }),
-    Row("zyliYUVToRGB_8u_P3C3R", false, kP3, kC3, Alpha::kNone,
-        [](const ArgCall& a) {
-          return zyliYUVToRGB_8u_P3C3R(a.Planes<const Zyl8u>(0), a.Step(0), a.Ptr<Zyl8u>(1),
-                                       a.Step(1), a.size);
-        }),
-    Row("zyliYUVToRGB_8u_P3R", false, kP3, kP3, Alpha::kNone,
-        [](const ArgCall& a) {
-          return zyliYUVToRGB_8u_P3R(a.Planes<const Zyl8u>(0), a.Step(0), a.Planes<Zyl8u>(1),
-                                     a.Step(1), a.size);
-        }),
-};
-
-// The destination channel c of pixel (x, y): `color` is the converted pixel;
-// nullopt means the byte must keep its previous value.
-std::optional<uint8_t> Expected(const YuvExport& e, const Img& src, int x, int y, int c,
-                                const Px& color, Zyl8u aval) {
-  if (c < 3) return color[c];
-  switch (e.alpha) {
-    case Alpha::kFromSource:
-      return src.At(x, y, 3);
-    case Alpha::kArgument:
-      return aval;
-    default:
-      return std::nullopt;
-  }
-}
-
-// Runs an export on `src` into `dst` and checks the whole destination memory
-// against `color_of(x, y)` plus the export's alpha rule.
-template <class ColorOf>
-bool RunAndCheck(const YuvExport& e, const Img& src, Img& dst, Zyl8u aval, ColorOf color_of) {
-  const auto before = dst.Save();
-  const ZylStatus status = CallOnImages(e.row, aval, src, dst);
-  EXPECT_EQ(status, zylStsOk);
-  const ::testing::AssertionResult same = dst.Matches(
-      before, [&](int x, int y, int c) { return Expected(e, src, x, y, c, color_of(x, y), aval); });
-  EXPECT_TRUE(same);
-  return status == zylStsOk && same;
-}
-
-Px Reference(const YuvExport& e, const Img& src, int x, int y) {
-  const Px in = {src.At(x, y, 0), src.At(x, y, 1), src.At(x, y, 2)};
-  return e.to_yuv ? RgbToYuvRef(in) : YuvToRgbRef(in);
-}
-
-class YuvExports : public ::testing::TestWithParam<YuvExport> {};
+class YuvExports : public ::testing::TestWithParam<Export8u> {};
 
 // ---------------------------------------------------------- known answers --
-
-struct Known {
-  Px in, out;
-};
 
 // RGB -> YUV, worked by hand. S = 19595R + 38470G + 7471B; Y = (S + 32768) >> 16;
 // dB = (65536B - S + 32768) >> 16, U = (dB * 32244 >> 16) + 128;
 // dR = (65536R - S + 32768) >> 16, V = clamp((dR * 57475 >> 16) + 128).
-const Known kToYuv[] = {
+const Known8u kToYuv[] = {
     // Gray g: S = 65536g, so Y = g and dB = dR = 32768 >> 16 = 0, U = V = 128.
     {{0, 0, 0}, {0, 128, 128}},
     {{1, 1, 1}, {1, 128, 128}},
@@ -197,7 +88,7 @@ const Known kToYuv[] = {
 // YUV -> RGB, worked by hand: u = U - 128, v = V - 128, y = 65536Y;
 // R = (y + 74711v + 32768) >> 16, G = (y - 25821u - 38076v) >> 16 (no rounding
 // term), B = (y + 133169u + 32768) >> 16, each clamped.
-const Known kToRgb[] = {
+const Known8u kToRgb[] = {
     // u = v = 0: R = B = (65536Y + 32768) >> 16 = Y and G = Y.
     {{0, 128, 128}, {0, 0, 0}},
     {{255, 128, 128}, {255, 255, 255}},
@@ -220,47 +111,17 @@ const Known kToRgb[] = {
 // The known pixels side by side in a row long enough for two AVX-512 blocks
 // and a tail, so vector body and per-pixel tail both meet each of them.
 TEST_P(YuvExports, KnownAnswers) {
-  const YuvExport& e = GetParam();
-  const std::vector<Known> table = e.to_yuv
-                                       ? std::vector<Known>(std::begin(kToYuv), std::end(kToYuv))
-                                       : std::vector<Known>(std::begin(kToRgb), std::end(kToRgb));
-  std::vector<Px> inputs;
-  for (const Known& k : table) inputs.push_back(k.in);
-  ForEachTarget([&](int) {
-    for (int shift = 0; shift < 2; ++shift) {
-      Img src(131, 2, e.src, {Steps::kPadded, Placement::kHeap, 11});
-      Img dst(131, 2, e.dst, {Steps::kPadded, Placement::kHeap, 12});
-      FillPixels(src, inputs, shift);
-      RunAndCheck(e, src, dst, 0xA7,
-                  [&](int x, int y) { return table[(shift + y * 131 + x) % table.size()].out; });
-    }
-  });
+  const Export8u& e = GetParam();
+  ExpectKnown8u(e,
+                e.kind ? std::vector<Known8u>(std::begin(kToYuv), std::end(kToYuv))
+                       : std::vector<Known8u>(std::begin(kToRgb), std::end(kToRgb)),
+                [](Px8 p) { return p; });
 }
 
 // -------------------------------------------------- reference comparison --
 
-TEST_P(YuvExports, MatchesReferenceOnRandomImages) {
-  const YuvExport& e = GetParam();
-  ForEachTarget([&](int) {
-    Sweep(Plans::kEvery, {1, 3, 7}, SweepWidths(), [&](const SweepCase& c) {
-      Img src(c.width, c.height, e.src, c.Src());
-      Img dst(c.width, c.height, e.dst, c.Dst());
-      FillRandom(src, c.seed);
-      return RunAndCheck(e, src, dst, static_cast<Zyl8u>(c.seed * 37),
-                         [&](int x, int y) { return Reference(e, src, x, y); });
-    });
-  });
-}
-
-TEST_P(YuvExports, MatchesReferenceOnExtremes) {
-  const YuvExport& e = GetParam();
-  const std::vector<Px> extremes = ExtremeTriples8u();
-  ForEachTarget([&](int) {
-    Img src(129, 5, e.src, {Steps::kPadded, Placement::kHeap, 3});
-    Img dst(129, 5, e.dst, {Steps::kNegative, Placement::kHeap, 4});
-    FillPixels(src, extremes);
-    RunAndCheck(e, src, dst, 0x5C, [&](int x, int y) { return Reference(e, src, x, y); });
-  });
+TEST_P(YuvExports, MatchesReference) {
+  ExpectMatchesReference8u(GetParam(), GetParam().kind ? RgbToYuvRef : YuvToRgbRef);
 }
 
 INSTANTIATE_TEST_SUITE_P(Yuv, YuvExports, ::testing::ValuesIn(kExports), FamilyRowName());
@@ -268,15 +129,11 @@ INSTANTIATE_TEST_SUITE_P(Yuv, YuvExports, ::testing::ValuesIn(kExports), FamilyR
 // ------------------------------------------------------------ exhaustive --
 
 TEST(YuvExhaustive, EveryRgbTriple) {
-  Exhaustive("zyliRGBToYUV_8u_C3R", RgbToYuvRef, [](const AllTriples& all, Zyl8u* dst) {
-    return zyliRGBToYUV_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
-  });
+  ExhaustiveC3<zyliRGBToYUV_8u_C3R>("zyliRGBToYUV_8u_C3R", RgbToYuvRef);
 }
 
 TEST(YuvExhaustive, EveryYuvTriple) {
-  Exhaustive("zyliYUVToRGB_8u_C3R", YuvToRgbRef, [](const AllTriples& all, Zyl8u* dst) {
-    return zyliYUVToRGB_8u_C3R(all.interleaved.data(), kSide3, dst, kSide3, kAllSize);
-  });
+  ExhaustiveC3<zyliYUVToRGB_8u_C3R>("zyliYUVToRGB_8u_C3R", YuvToRgbRef);
 }
 
 // ------------------------------------------------------- argument checks --

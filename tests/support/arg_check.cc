@@ -106,14 +106,19 @@ TEST_P(ArgCheck, ValidCallSucceeds) {
 TEST_P(ArgCheck, NullPointerRejected) {
   const ExportRow& c = GetParam();
   for (int i = 0; i < static_cast<int>(c.slots.size()); ++i) {
-    const std::string arg = "pointer argument " + std::to_string(i) + " null";
-    ExpectStatus(c, zylStsNullPtrErr, arg, [&](ArgCall& a) { a.NullPointer(i); });
-    for (ZylSize bad : BadSizes(c)) {
-      ExpectStatus(c, WithBadSize(c, zylStsNullPtrErr, true), arg + ", size " + Str(bad),
-                   [&](ArgCall& a) {
-                     a.NullPointer(i);
-                     a.size = bad;
-                   });
+    const ArgSlot& s = c.slots[i];
+    for (bool steps : {false, true}) {
+      if (steps && !(s.has_step && s.per_plane_steps)) continue;
+      const std::string arg = (steps ? "step array " : "pointer argument ") + std::to_string(i);
+      auto spoil = [&](ArgCall& a) { steps ? a.NullSteps(i) : a.NullPointer(i); };
+      ExpectStatus(c, zylStsNullPtrErr, arg + " null", spoil);
+      for (ZylSize bad : BadSizes(c)) {
+        ExpectStatus(c, WithBadSize(c, zylStsNullPtrErr, true), arg + " null, size " + Str(bad),
+                     [&](ArgCall& a) {
+                       spoil(a);
+                       a.size = bad;
+                     });
+      }
     }
   }
 }

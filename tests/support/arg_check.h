@@ -7,8 +7,8 @@
 // calls the export with the pointers, steps, size and parameter of an ArgCall.
 // The shared tests (arg_check.cc) check, on buffers with random contents that
 // must come back unchanged from every failing call:
-//   - each required pointer null in turn: -8, also with a bad size (pointers
-//     are tested before the size);
+//   - each required pointer (and each per-plane step array) null in turn: -8,
+//     also with a bad size (pointers are tested before the size);
 //   - widths and heights 0, -1 and one below the family minimum: -6;
 //   - steps 0 and -1: accepted, or -16 where the family checks steps;
 //   - each checked plane entry null in turn: -8, but -6 with a bad size
@@ -111,7 +111,8 @@ class ArgCall {
     return a;
   }
   int Step(int slot) const { return steps_[slot][0]; }
-  const int* Steps(int slot) const { return steps_[slot].data(); }
+  // The step array of a slot with per-plane steps (null when spoiled).
+  const int* Steps(int slot) const { return null_steps_[slot] ? nullptr : steps_[slot].data(); }
 
   // Points a slot at memory: an image or other pointer, or a plane array.
   void Bind(int slot, void* p, int step) {
@@ -126,6 +127,7 @@ class ArgCall {
   }
   // Spoilers used by the shared tests.
   void NullPointer(int slot) { ptr_[slot] = nullptr; }
+  void NullSteps(int slot) { null_steps_[slot] = true; }
   void NullPlane(int slot, int plane) { planes_[slot][plane] = nullptr; }
   void SetStep(int slot, int entry, int value) { steps_[slot][entry] = value; }
 
@@ -136,6 +138,7 @@ class ArgCall {
   std::array<void*, kMaxArgSlots> ptr_{};
   std::array<std::array<void*, 4>, kMaxArgSlots> planes_{};
   std::array<std::array<int, 4>, kMaxArgSlots> steps_{};
+  std::array<bool, kMaxArgSlots> null_steps_{};
 };
 
 using ArgCallFn = ZylStatus (*)(const ArgCall&);
@@ -209,6 +212,33 @@ ZylStatus CallOnImages(const ExportRow& row, int param, const GuardedImage<T>&..
   };
   (bind(images), ...);
   a.param = param;
+  return row.call(a);
+}
+
+// The same for images in a list: a plane array takes one planar image, or one
+// single-plane image per plane (each with its own step where the slot has
+// per-plane steps); the call is on `size`.
+template <class T>
+ZylStatus CallOnImageList(const ExportRow& row, int param, ZylSize size,
+                          const std::vector<const GuardedImage<T>*>& images) {
+  ArgCall a;
+  a.size = size;
+  a.param = param;
+  size_t next = 0;
+  for (int slot = 0; slot < static_cast<int>(row.slots.size()); ++slot) {
+    const GuardedImage<T>& first = *images[next];
+    const bool separate = row.slots[slot].kind == ArgSlot::kPlanes && first.format().planes == 1;
+    const int n = separate ? row.slots[slot].planes : first.format().planes;
+    void* planes[4];
+    for (int p = 0; p < n; ++p) planes[p] = separate ? images[next + p]->Ptr() : first.Ptr(p);
+    if (row.slots[slot].kind == ArgSlot::kPlanes) {
+      a.BindPlanes(slot, planes, n, first.Step());
+    } else {
+      a.Bind(slot, planes[0], first.Step());
+    }
+    for (int p = 0; separate && p < n; ++p) a.SetStep(slot, p, images[next + p]->Step());
+    next += separate ? n : 1;
+  }
   return row.call(a);
 }
 

@@ -81,6 +81,14 @@ inline void Exhaustive(const char* what, Triple8u (*reference)(Triple8u),
 inline constexpr ZylSize kAllSize{AllTriples::kSide, AllTriples::kSide};
 inline constexpr int kSide3 = 3 * AllTriples::kSide;
 
+// Exhaustive for an export from interleaved triples to interleaved triples.
+template <ZylStatus (*kFn)(const Zyl8u*, int, Zyl8u*, int, ZylSize)>
+void ExhaustiveC3(const char* what, Triple8u (*reference)(Triple8u)) {
+  Exhaustive(what, reference, [](const AllTriples& all, Zyl8u* out) {
+    return kFn(all.interleaved.data(), kSide3, out, kSide3, kAllSize);
+  });
+}
+
 }  // namespace zyl::test
 
 #endif  // ZYL_TESTS_SUPPORT_EVERY_TRIPLE_H_
