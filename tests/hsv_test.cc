@@ -123,7 +123,7 @@ const Known kKnown[] = {
     // 8u inverse. S = 0: V. H = 0 or 255 (the same hue), S = 200, V = 100: sector 0, f = 0,
     // chroma 78.43: (100, 21.57, 21.57). S = 255: chroma = V (255 fl(1/255) rounds to 1): H = 0
     // red, H = 85 is 2 sixths within 3e-7: green. H = 128: sector 3, f = 0.011765, chroma 100.39,
-    // part 1.18: (99.61, 198.82, 200).
+    // f * chroma = 1.18: (99.61, 198.82, 200).
     {"zyliHSVToRGB_8u_C3R", {123, 0, 77}, {77, 77, 77}},
     {"zyliHSVToRGB_8u_C3R", {0, 200, 100}, {100, 22, 22}},
     {"zyliHSVToRGB_8u_AC4R", {255, 200, 100}, {100, 22, 22}},
@@ -131,7 +131,7 @@ const Known kKnown[] = {
     {"zyliHSVToRGB_8u_AC4R", {85, 255, 255}, {0, 255, 0}},
     {"zyliHSVToRGB_8u_C3R", {128, 128, 200}, {100, 199, 200}},
     // 16u inverse, hue 65535 taken as 0. S = 40000, V = 50000: chroma 30518.04. H = 10000:
-    // 0.915541 of sector 0, chroma 20000.30, part 18311.11: (40000, 38310.80, 19999.70).
+    // 0.915541 of sector 0, chroma 20000.30, f * chroma 18311.11: (40000, 38310.80, 19999.70).
     {"zyliHSVToRGB_16u_C3R", {0, 40000, 50000}, {50000, 19482, 19482}},
     {"zyliHSVToRGB_16u_AC4R", {65535, 40000, 50000}, {50000, 19482, 19482}},
     {"zyliHSVToRGB_16u_C3R", {10000, 32768, 40000}, {40000, 38311, 20000}},
