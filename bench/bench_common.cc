@@ -300,6 +300,25 @@ void RegisterAll() {
   benchmark::AddCustomContext("zylcc_target", TargetName(ActiveTarget()));
 }
 
+void SaneFloatSource(const Frame& f, int channels) {
+  auto* row = const_cast<Zyl8u*>(f.src[0]);  // the harness's own, writable buffer
+  bool sane = true;
+  for (int i = 0; i < 16 && sane; ++i) {
+    float v;
+    std::memcpy(&v, row + 4 * i, 4);
+    sane = v >= 0.0f && v <= 1.0f;
+  }
+  if (sane) return;
+  for (int y = 0; y < f.roi.height; ++y, row += f.src_step[0]) {
+    for (int i = 0; i < f.roi.width * channels; ++i) {
+      uint32_t bits;
+      std::memcpy(&bits, row + 4 * i, 4);
+      const float v = static_cast<float>(bits & 0x7FFFFF) / 8388608.0f;
+      std::memcpy(row + 4 * i, &v, 4);
+    }
+  }
+}
+
 }  // namespace zyl::bench
 
 // Like benchmark's own main, with a shorter default minimum time per benchmark so a full run

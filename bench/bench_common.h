@@ -22,6 +22,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "include/zylcc.h"
@@ -129,6 +130,29 @@ void AddExport(const std::string& name, const Layout& src, const Layout& dst, Ex
 // Adds a peer library's version of the export added just before, named
 // "peer_<library>/<what>" (put any difference of definition or layout in the name).
 void AddPeer(const std::string& name, const Layout& src, const Layout& dst, PeerPrepareFn prepare);
+
+// ---------------------------------------------------------- pixel families --
+
+// Interleaved pixels of `channels` elements of T.
+template <class T>
+Layout Pixels(int channels) {
+  return Interleaved8u(channels * static_cast<int>(sizeof(T)));
+}
+
+// The random byte pattern read as floats is full of NaNs, infinities and subnormals, whose slow
+// paths would be timed instead of the conversion. The first call on a fresh pattern (the
+// harness's untimed warm-up) rewrites each of the `channels` floats of every source pixel as
+// (bits & 0x7FFFFF) / 2^23, a value in 0..1; a fresh pattern shows in its first 16 elements,
+// which all lie in 0..1 by chance less than once in 10^9.
+void SaneFloatSource(const Frame& f, int channels);
+
+// An interleaved export of T elements on plane 0 of each side (float sources made sane).
+template <class T, int kChannels, auto kFn>
+ZylStatus CallPixels(const Frame& f) {
+  if constexpr (std::is_same_v<T, Zyl32f>) SaneFloatSource(f, kChannels);
+  return kFn(reinterpret_cast<const T*>(f.src[0]), f.src_step[0], reinterpret_cast<T*>(f.dst[0]),
+             f.dst_step[0], f.roi);
+}
 
 // Registers a family: its function calls AddExport / AddPeer. Families run in name order.
 bool AddFamily(const char* name, void (*add)());

@@ -17,12 +17,6 @@ constexpr Zyl32f kWeights32[3] = {0.2126f, 0.7152f, 0.0722f};
 constexpr Zyl64f kWeights64[3] = {0.2126, 0.7152, 0.0722};
 constexpr int kAlpha = 255;
 
-// Interleaved pixels of `channels` elements of T.
-template <class T>
-Layout Pixels(int channels) {
-  return Interleaved8u(channels * static_cast<int>(sizeof(T)));
-}
-
 // Calls an export with the frame's plane 0 on both sides, then its weights or alpha, if any.
 template <class T, auto kFn>
 ZylStatus Call(const Frame& f) {

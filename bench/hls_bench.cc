@@ -15,42 +15,6 @@
 namespace zyl::bench {
 namespace {
 
-template <class T>
-Layout Pixels(int channels) {
-  return Interleaved8u(channels * static_cast<int>(sizeof(T)));
-}
-
-// The byte pattern read as floats is full of NaNs, infinities and subnormals, whose slow paths
-// would be timed instead of the conversion. The first call on a fresh pattern (the harness's
-// untimed warm-up) rewrites each element as (bits & 0x7FFFFF) / 2^23, in 0..1 (valid R, G, B
-// and H, L, S); a fresh pattern shows in its first 16 elements, which all lie in 0..1 by
-// chance less than once in 10^9.
-void SaneFloatSource(const Frame& f, int channels) {
-  auto* row = const_cast<Zyl8u*>(f.src[0]);  // the harness's own, writable buffer
-  bool sane = true;
-  for (int i = 0; i < 16 && sane; ++i) {
-    float v;
-    std::memcpy(&v, row + 4 * i, 4);
-    sane = v >= 0.0f && v <= 1.0f;
-  }
-  if (sane) return;
-  for (int y = 0; y < f.roi.height; ++y, row += f.src_step[0]) {
-    for (int i = 0; i < f.roi.width * channels; ++i) {
-      uint32_t bits;
-      std::memcpy(&bits, row + 4 * i, 4);
-      const float v = static_cast<float>(bits & 0x7FFFFF) / 8388608.0f;
-      std::memcpy(row + 4 * i, &v, 4);
-    }
-  }
-}
-
-template <class T, int kChannels, auto kFn>
-ZylStatus CallPixels(const Frame& f) {
-  if constexpr (std::is_same_v<T, Zyl32f>) SaneFloatSource(f, kChannels);
-  return kFn(reinterpret_cast<const T*>(f.src[0]), f.src_step[0], reinterpret_cast<T*>(f.dst[0]),
-             f.dst_step[0], f.roi);
-}
-
 // Planar sides take the frame's plane arrays, interleaved ones plane 0.
 template <auto kFn, bool kSrcPlanes, bool kDstPlanes>
 ZylStatus CallPlanes(const Frame& f) {

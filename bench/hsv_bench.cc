@@ -9,12 +9,6 @@
 namespace zyl::bench {
 namespace {
 
-// Interleaved pixels of `channels` elements of T.
-template <class T>
-Layout Pixels(int channels) {
-  return Interleaved8u(channels * static_cast<int>(sizeof(T)));
-}
-
 template <class T, auto kFn>
 ZylStatus Call(const Frame& f) {
   return kFn(reinterpret_cast<const T*>(f.src[0]), f.src_step[0], reinterpret_cast<T*>(f.dst[0]),

@@ -14,10 +14,6 @@ namespace zyl::bench {
 namespace {
 
 template <class T>
-Layout Pixels(int channels) {
-  return Interleaved8u(channels * static_cast<int>(sizeof(T)));
-}
-template <class T>
 Layout Planes3() {
   const PlaneShape p{static_cast<int>(sizeof(T)), 1, 1};
   return Layout{{p, p, p}};

@@ -16,11 +16,6 @@
 namespace zyl::bench {
 namespace {
 
-template <class T>
-Layout Pixels(int channels) {
-  return Interleaved8u(channels * static_cast<int>(sizeof(T)));
-}
-
 // The byte pattern read as floats is full of NaNs, infinities and subnormals, whose slow paths
 // would be timed instead of the conversion. The first call on a fresh pattern (the harness's
 // untimed warm-up) rewrites each element as its low 23 bits over 2^23 mapped onto the channel's

@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "include/zylcc.h"
+#include "src/core/rounding.h"
 
 namespace zyl {
 
@@ -123,14 +124,38 @@ inline bool SidePlanesNull(P side, int checked) {
 // kDstChecked: how many destination planes are tested for null.
 template <class SL, class DL, int kDstChecked = DL::kPlanes, class SP, class DP, class Kernel,
           class... Args>
-inline ZylStatus Convert444(SP src, int src_step, DP dst, int dst_step, ZylSize roi,
-                            Kernel kernel, Args... args) {
+inline ZylStatus Convert444(SP src, int src_step, DP dst, int dst_step, ZylSize roi, Kernel kernel,
+                            Args... args) {
   if (AnyNull(src, dst)) return zylStsNullPtrErr;
   if (BadSize(roi)) return zylStsSizeErr;
   if (SidePlanesNull<SL>(src, SL::kPlanes)) return zylStsNullPtrErr;
   if (SidePlanesNull<DL>(dst, kDstChecked)) return zylStsNullPtrErr;
   WalkRows(SideRows<SL>(src, src_step), SideRows<DL>(dst, dst_step), roi, kernel, args...);
   return zylStsOk;
+}
+
+// Convert444 for the families that compute in float: where the results are
+// integer codes (kCodes) the call holds round-to-nearest-even, so neither the
+// conversions nor the float arithmetic depend on the caller's mode; float
+// results follow the caller's mode like any float code.
+template <class SL, class DL, bool kCodes, class SP, class DP, class Kernel, class... Args>
+inline ZylStatus Convert444Float(SP src, int src_step, DP dst, int dst_step, ZylSize roi,
+                                 Kernel kernel, Args... args) {
+  if constexpr (kCodes) {
+    const NearestRounding nearest;
+    return Convert444<SL, DL>(src, src_step, dst, dst_step, roi, kernel, args...);
+  } else {
+    return Convert444<SL, DL>(src, src_step, dst, dst_step, roi, kernel, args...);
+  }
+}
+
+// A byte step as a count of whole T elements (arithmetic shift, so an odd
+// remainder is dropped), given back in bytes for the row walker; for the
+// families whose 16- and 32-bit members advance by elements.
+template <class T>
+inline int WholeElementStep(int step) {
+  constexpr int kShift = sizeof(T) == 4 ? 2 : (sizeof(T) == 2 ? 1 : 0);
+  return (step >> kShift) * static_cast<int>(sizeof(T));
 }
 
 }  // namespace zyl

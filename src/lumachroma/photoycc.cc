@@ -316,13 +316,8 @@ ZylStatus Photo8(const Zyl8u* src, int src_step, Zyl8u* dst, int dst_step, ZylSi
 
 template <class L, bool kToYcc, class T>
 ZylStatus PhotoF(const T* src, int src_step, T* dst, int dst_step, ZylSize roi) {
-  const auto kernel = ZYL_DISPATCH(PhotoRowF<L, T, kToYcc>);
-  if constexpr (std::is_same_v<T, Zyl32f>) {
-    return Convert444<L, L>(src, src_step, dst, dst_step, roi, kernel);
-  } else {
-    const NearestRounding nearest;
-    return Convert444<L, L>(src, src_step, dst, dst_step, roi, kernel);
-  }
+  return Convert444Float<L, L, !std::is_same_v<T, Zyl32f>>(src, src_step, dst, dst_step, roi,
+                                                           ZYL_DISPATCH(PhotoRowF<L, T, kToYcc>));
 }
 
 }  // namespace

@@ -478,16 +478,9 @@ namespace {
 // elements: the arithmetic shift drops an odd byte remainder.
 template <class L, class T, bool kForward, bool kBgr, int kGroup, bool kTailTrunc>
 ZylStatus HlsPixels(const T* src, int src_step, T* dst, int dst_step, ZylSize roi) {
-  constexpr int kShift = sizeof(T) == 4 ? 2 : sizeof(T) == 2 ? 1 : 0;
-  constexpr int kSize = static_cast<int>(sizeof(T));
-  const int ss = (src_step >> kShift) * kSize, ds = (dst_step >> kShift) * kSize;
-  const auto kernel = ZYL_DISPATCH(HlsRow<L, L, T, kForward, kBgr, kGroup, kTailTrunc>);
-  if constexpr (std::is_same_v<T, Zyl32f>) {
-    return Convert444<L, L>(src, ss, dst, ds, roi, kernel);
-  } else {
-    const NearestRounding nearest;
-    return Convert444<L, L>(src, ss, dst, ds, roi, kernel);
-  }
+  return Convert444Float<L, L, !std::is_same_v<T, Zyl32f>>(
+      src, WholeElementStep<T>(src_step), dst, WholeElementStep<T>(dst_step), roi,
+      ZYL_DISPATCH(HlsRow<L, L, T, kForward, kBgr, kGroup, kTailTrunc>));
 }
 
 // Planar and four-plane BGR members: every pointer and plane pointer as one

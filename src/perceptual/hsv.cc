@@ -453,12 +453,10 @@ namespace {
 
 template <class L, class T, bool kToHsv>
 ZylStatus Hsv(const T* src, int src_step, T* dst, int dst_step, ZylSize roi) {
-  // 16u: the byte step as a count of elements (arithmetic shift), back in
-  // bytes for the row walker; an odd step drops its last byte.
-  auto step = [](int s) { return sizeof(T) == 1 ? s : (s >> 1) * 2; };
-  const NearestRounding nearest;
-  return Convert444<L, L>(src, step(src_step), dst, step(dst_step), roi,
-                          ZYL_DISPATCH(HsvRow<L, T, kToHsv>));
+  // 16u: an odd byte step drops its last byte.
+  return Convert444Float<L, L, true>(src, WholeElementStep<T>(src_step), dst,
+                                     WholeElementStep<T>(dst_step), roi,
+                                     ZYL_DISPATCH(HsvRow<L, T, kToHsv>));
 }
 
 }  // namespace

@@ -403,13 +403,9 @@ constexpr int kRgbOrder = 0, kBgrOrder = 1;
 // the caller's mode.
 template <bool kToLab, int kOrder, class TS, class TD>
 ZylStatus LabC3(const TS* src, int src_step, TD* dst, int dst_step, ZylSize roi) {
-  const auto kernel = ZYL_DISPATCH(lab_impl::LabRow<C3, kToLab, TS, TD>);
-  if constexpr (std::is_integral_v<TD>) {
-    const NearestRounding nearest;
-    return Convert444<C3, C3>(src, src_step, dst, dst_step, roi, kernel, kOrder);
-  } else {
-    return Convert444<C3, C3>(src, src_step, dst, dst_step, roi, kernel, kOrder);
-  }
+  return Convert444Float<C3, C3, std::is_integral_v<TD>>(
+      src, src_step, dst, dst_step, roi, ZYL_DISPATCH(lab_impl::LabRow<C3, kToLab, TS, TD>),
+      kOrder);
 }
 
 // Planar members take pointer-sized steps and sizes; the plain forms forward

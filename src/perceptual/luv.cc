@@ -335,13 +335,8 @@ namespace {
 
 template <class L, class T, bool kFwd, bool kBgr>
 ZylStatus LuvEntry(const T* src, int src_step, T* dst, int dst_step, ZylSize roi) {
-  const auto kernel = ZYL_DISPATCH(LuvRow<L, T, kFwd, kBgr>);
-  if constexpr (std::is_same_v<T, float>) {
-    return Convert444<L, L>(src, src_step, dst, dst_step, roi, kernel);
-  } else {
-    const NearestRounding nearest;
-    return Convert444<L, L>(src, src_step, dst, dst_step, roi, kernel);
-  }
+  return Convert444Float<L, L, !std::is_same_v<T, float>>(src, src_step, dst, dst_step, roi,
+                                                          ZYL_DISPATCH(LuvRow<L, T, kFwd, kBgr>));
 }
 
 }  // namespace

@@ -274,24 +274,14 @@ HWY_AFTER_NAMESPACE();
 namespace zyl {
 namespace {
 
-// A byte step as whole elements (arithmetic shift, remainder dropped), given
-// back in bytes for the row walker.
-template <class T>
-int WholeElements(int step) {
-  constexpr int kShift = sizeof(T) == 1 ? 0 : (sizeof(T) == 2 ? 1 : 2);
-  return (step >> kShift) * static_cast<int>(sizeof(T));
-}
-
 template <class L, bool kToXyz, class T>
 ZylStatus Xyz(const T* src, int src_step, T* dst, int dst_step, ZylSize roi) {
-  const int s = WholeElements<T>(src_step), d = WholeElements<T>(dst_step);
+  const int s = WholeElementStep<T>(src_step), d = WholeElementStep<T>(dst_step);
   if constexpr (std::is_same_v<T, Zyl8u>) {
     return Convert444<L, L>(src, s, dst, d, roi, ZYL_DISPATCH(XyzRow8<L, kToXyz>));
-  } else if constexpr (std::is_same_v<T, Zyl32f>) {
-    return Convert444<L, L>(src, s, dst, d, roi, ZYL_DISPATCH(XyzRowF<L, T, kToXyz>));
   } else {
-    const NearestRounding nearest;
-    return Convert444<L, L>(src, s, dst, d, roi, ZYL_DISPATCH(XyzRowF<L, T, kToXyz>));
+    return Convert444Float<L, L, !std::is_same_v<T, Zyl32f>>(src, s, dst, d, roi,
+                                                             ZYL_DISPATCH(XyzRowF<L, T, kToXyz>));
   }
 }
 
