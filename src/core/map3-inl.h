@@ -203,8 +203,9 @@ HWY_INLINE hn::Vec<D> FixedDot16EvenOdd(D d, V... x) {
     const hn::Vec<D> xb = i + 1 < kN ? xs[i + 1] : xs[i];
     const int16_t rb = i + 1 < kN ? kRs[i + 1] : 0;
     const auto k = hn::BitCast(
-        d, hn::Set(d32, static_cast<int32_t>((static_cast<uint32_t>(static_cast<uint16_t>(rb)) << 16) |
-                                             static_cast<uint16_t>(kRs[i]))));
+        d,
+        hn::Set(d32, static_cast<int32_t>((static_cast<uint32_t>(static_cast<uint16_t>(rb)) << 16) |
+                                          static_cast<uint16_t>(kRs[i]))));
     lo = hn::ReorderWidenMulAccumulate(d32, hn::BitCast(d, hn::ZipLower(d32, xs[i], xb)), k, lo,
                                        unused);
     hi = hn::ReorderWidenMulAccumulate(d32, hn::BitCast(d, hn::ZipUpper(d32, xs[i], xb)), k, hi,
@@ -272,7 +273,7 @@ struct SwapOuter : Op {
 // alpha-carrying source layout, else from aval.
 template <class SL, class DL, class Op>
 HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff_t width,
-                           uint8_t aval) {
+                         uint8_t aval) {
   const Op op;
   ptrdiff_t x = 0;
 #if ZYL_SIMD
@@ -280,8 +281,7 @@ HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff
   // bits that costs more than the wider arithmetic gains, so such rows stay
   // at 32 pixels per block even where 512-bit vectors exist.
   using Tag = typename std::conditional<SL::kPlanes == 1 || DL::kPlanes == 1,
-                                        hn::CappedTag<uint8_t, 32>,
-                                        hn::ScalableTag<uint8_t>>::type;
+                                        hn::CappedTag<uint8_t, 32>, hn::ScalableTag<uint8_t>>::type;
   const Tag d8;
   const ptrdiff_t n = static_cast<ptrdiff_t>(hn::Lanes(d8));
   const auto alpha = hn::Set(d8, aval);
@@ -302,6 +302,31 @@ HWY_INLINE void Map3Row8(const uint8_t* const* src, uint8_t* const* dst, ptrdiff
     StorePixel<DL>(dst, x, o);
   }
 }
+
+// A float formula written once for one value (ScalarClampK) and for vectors
+// (VectorClampK): k(c) is the constant c, k.Clamp(v, lo, hi) bounds v by two
+// comparisons in that order, so a NaN passes through both forms alike.
+struct ScalarClampK {
+  float operator()(float c) const { return c; }
+  float Clamp(float v, float lo, float hi) const {
+    if (v < lo) v = lo;
+    if (v > hi) v = hi;
+    return v;
+  }
+};
+
+#if ZYL_SIMD
+template <class DF>
+struct VectorClampK {
+  using V = hn::Vec<DF>;
+  DF d;
+  V operator()(float c) const { return hn::Set(d, c); }
+  V Clamp(V v, float lo, float hi) const {
+    v = hn::IfThenElse(hn::Lt(v, hn::Set(d, lo)), hn::Set(d, lo), v);
+    return hn::IfThenElse(hn::Gt(v, hn::Set(d, hi)), hn::Set(d, hi), v);
+  }
+};
+#endif
 
 }  // namespace HWY_NAMESPACE
 }  // namespace zyl

@@ -166,15 +166,6 @@ HWY_INLINE void RgbFromYcc(const K& k, V yy, V cc1, V cc2, V& r, V& g, V& b) {
 }
 
 // A NaN fails both comparisons and passes through, in both forms.
-struct ScalarK {
-  float operator()(float c) const { return c; }
-  float Clamp(float v, float lo, float hi) const {
-    if (v < lo) v = lo;
-    if (v > hi) v = hi;
-    return v;
-  }
-};
-
 template <bool kToYcc, class V, class K>
 HWY_INLINE void Photo(const K& k, V a, V b, V c, V& x, V& y, V& z) {
   if constexpr (kToYcc) {
@@ -200,7 +191,7 @@ HWY_INLINE T FromUnit(float f) {
     return f;
   } else {
     constexpr float kRounder = 12582912.0f;
-    const float v = ScalarK().Clamp(f * kCodeMax, 0.0f, kCodeMax);
+    const float v = ScalarClampK().Clamp(f * kCodeMax, 0.0f, kCodeMax);
     const int32_t code = static_cast<int32_t>((v + kRounder) - kRounder);
     return static_cast<T>(std::is_signed_v<T> ? code - 32768 : code);
   }
@@ -212,27 +203,16 @@ HWY_INLINE void PhotoPixel(const T* src, T* dst) {
   T in[3];
   std::memcpy(in, src, sizeof in);
   float o[3];
-  Photo<kToYcc>(ScalarK(), ToUnit(in[0]), ToUnit(in[1]), ToUnit(in[2]), o[0], o[1], o[2]);
+  Photo<kToYcc>(ScalarClampK(), ToUnit(in[0]), ToUnit(in[1]), ToUnit(in[2]), o[0], o[1], o[2]);
   const T out[3] = {FromUnit<T>(o[0]), FromUnit<T>(o[1]), FromUnit<T>(o[2])};
   std::memcpy(dst, out, sizeof out);
 }
 
 #if ZYL_SIMD
-template <class DF>
-struct VectorK {
-  using V = hn::Vec<DF>;
-  DF d;
-  V operator()(float c) const { return hn::Set(d, c); }
-  V Clamp(V v, float lo, float hi) const {
-    v = hn::IfThenElse(hn::Lt(v, hn::Set(d, lo)), hn::Set(d, lo), v);
-    return hn::IfThenElse(hn::Gt(v, hn::Set(d, hi)), hn::Set(d, hi), v);
-  }
-};
-
 template <class L, bool kToYcc, class D>
 HWY_INLINE ptrdiff_t PhotoBlocks32f(D d, const float* const* src, float* const* dst,
                                     ptrdiff_t width) {
-  const VectorK<D> k{d};
+  const VectorClampK<D> k{d};
   const ptrdiff_t n = static_cast<ptrdiff_t>(hn::Lanes(d));
   ptrdiff_t x = 0;
   for (; x + n <= width; x += n) {
@@ -257,7 +237,7 @@ HWY_INLINE ptrdiff_t PhotoBlocks16(D d, const hn::TFromD<D>* const* src, hn::TFr
   const hn::Repartition<float, D> df;
   using VU = hn::Vec<decltype(du)>;
   using VF = hn::Vec<decltype(df)>;
-  const VectorK<decltype(df)> k{df};
+  const VectorClampK<decltype(df)> k{df};
   const VU flip = hn::Set(du, std::is_signed_v<T> ? 0x80008000u : 0u);
   const VU low = hn::Set(du, 0xFFFFu);
   const VF max = hn::Set(df, kCodeMax);

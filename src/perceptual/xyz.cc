@@ -142,32 +142,23 @@ HWY_INLINE void Clamp32f(const K& k, V& x, V& y, V& z) {
 }
 
 // A NaN fails both comparisons and passes through, in both forms.
-struct ScalarK {
-  float operator()(float c) const { return c; }
-  float Clamp(float v, float lo, float hi) const {
-    if (v < lo) v = lo;
-    if (v > hi) v = hi;
-    return v;
-  }
-};
-
 // Saturated, then rounded by adding and taking away 1.5 * 2^23: nearest-even
 // under the mode the entry holds, like the vector conversion.
 template <class T>
 HWY_INLINE T ToElement(float f) {
   constexpr float kLo = std::numeric_limits<T>::min(), kHi = std::numeric_limits<T>::max();
   constexpr float kRounder = 12582912.0f;
-  const float v = ScalarK().Clamp(f, kLo, kHi);
+  const float v = ScalarClampK().Clamp(f, kLo, kHi);
   return static_cast<T>(static_cast<int32_t>((v + kRounder) - kRounder));
 }
 
 template <bool kToXyz, class T>
 HWY_INLINE void XyzPixel(const T* src, T* dst) {
   float o[3];
-  Matrix<kToXyz>(ScalarK(), static_cast<float>(src[0]), static_cast<float>(src[1]),
+  Matrix<kToXyz>(ScalarClampK(), static_cast<float>(src[0]), static_cast<float>(src[1]),
                  static_cast<float>(src[2]), o[0], o[1], o[2]);
   if constexpr (std::is_same_v<T, float>) {
-    Clamp32f<kToXyz>(ScalarK(), o[0], o[1], o[2]);
+    Clamp32f<kToXyz>(ScalarClampK(), o[0], o[1], o[2]);
     for (int i = 0; i < 3; ++i) dst[i] = o[i];
   } else {
     for (int i = 0; i < 3; ++i) dst[i] = ToElement<T>(o[i]);
@@ -175,21 +166,10 @@ HWY_INLINE void XyzPixel(const T* src, T* dst) {
 }
 
 #if ZYL_SIMD
-template <class DF>
-struct VectorK {
-  using V = hn::Vec<DF>;
-  DF d;
-  V operator()(float c) const { return hn::Set(d, c); }
-  V Clamp(V v, float lo, float hi) const {
-    v = hn::IfThenElse(hn::Lt(v, hn::Set(d, lo)), hn::Set(d, lo), v);
-    return hn::IfThenElse(hn::Gt(v, hn::Set(d, hi)), hn::Set(d, hi), v);
-  }
-};
-
 template <class L, bool kToXyz, class D>
 HWY_INLINE ptrdiff_t XyzBlocks32f(D d, const float* const* src, float* const* dst,
                                   ptrdiff_t width) {
-  const VectorK<D> k{d};
+  const VectorClampK<D> k{d};
   const ptrdiff_t n = static_cast<ptrdiff_t>(hn::Lanes(d));
   ptrdiff_t x = 0;
   for (; x + n <= width; x += n) {
@@ -214,7 +194,7 @@ HWY_INLINE ptrdiff_t XyzBlocks16(D d, const hn::TFromD<D>* const* src, hn::TFrom
   const hn::Repartition<float, D> df;
   using VI = hn::Vec<decltype(di)>;
   using VF = hn::Vec<decltype(df)>;
-  const VectorK<decltype(df)> k{df};
+  const VectorClampK<decltype(df)> k{df};
   auto even = [&](VI v) {
     if constexpr (std::is_signed_v<T>) return hn::ShiftRight<16>(hn::ShiftLeft<16>(v));
     return hn::And(v, hn::Set(di, 0xFFFF));
