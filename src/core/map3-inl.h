@@ -96,6 +96,33 @@ HWY_INLINE hn::Vec512<uint8_t> Narrow8(hn::Full512<uint8_t>, hn::Vec512<int16_t>
   return hn::Vec512<uint8_t>{_mm512_packus_epi16(lo.raw, hi.raw)};
 }
 #endif
+// int32 to int16 with signed saturation (Narrow32) or to uint16 with
+// unsigned saturation (Narrow32U), likewise inside each 128-bit block: the
+// inverse of ZipLower/ZipUpper of 16-bit lanes.
+template <class D32>
+HWY_INLINE hn::Vec<hn::Repartition<int16_t, D32>> Narrow32(D32 /*d32*/, hn::Vec<D32> lo,
+                                                           hn::Vec<D32> hi) {
+  using V16 = hn::Vec<hn::Repartition<int16_t, D32>>;
+  if constexpr (sizeof(lo.raw) == 16) return V16{_mm_packs_epi32(lo.raw, hi.raw)};
+#if HWY_TARGET <= HWY_AVX2
+  if constexpr (sizeof(lo.raw) == 32) return V16{_mm256_packs_epi32(lo.raw, hi.raw)};
+#endif
+#if HWY_TARGET <= HWY_AVX3
+  if constexpr (sizeof(lo.raw) == 64) return V16{_mm512_packs_epi32(lo.raw, hi.raw)};
+#endif
+}
+template <class D32>
+HWY_INLINE hn::Vec<hn::Repartition<uint16_t, D32>> Narrow32U(D32 /*d32*/, hn::Vec<D32> lo,
+                                                             hn::Vec<D32> hi) {
+  using V16 = hn::Vec<hn::Repartition<uint16_t, D32>>;
+  if constexpr (sizeof(lo.raw) == 16) return V16{_mm_packus_epi32(lo.raw, hi.raw)};
+#if HWY_TARGET <= HWY_AVX2
+  if constexpr (sizeof(lo.raw) == 32) return V16{_mm256_packus_epi32(lo.raw, hi.raw)};
+#endif
+#if HWY_TARGET <= HWY_AVX3
+  if constexpr (sizeof(lo.raw) == 64) return V16{_mm512_packus_epi32(lo.raw, hi.raw)};
+#endif
+}
 #else
 template <class D8, class V8 = hn::Vec<D8>>
 HWY_INLINE void Widen8(D8 d8, V8 v, hn::Vec<hn::Repartition<int16_t, D8>>& lo,
@@ -109,6 +136,20 @@ template <class D8, class V16>
 HWY_INLINE hn::Vec<D8> Narrow8(D8 d8, V16 lo, V16 hi) {
   const hn::Half<D8> dh;
   return hn::Combine(d8, hn::DemoteTo(dh, hi), hn::DemoteTo(dh, lo));
+}
+template <class D32>
+HWY_INLINE hn::Vec<hn::Repartition<int16_t, D32>> Narrow32(D32 /*d32*/, hn::Vec<D32> lo,
+                                                           hn::Vec<D32> hi) {
+  const hn::Repartition<int16_t, D32> d16;
+  const hn::Half<decltype(d16)> dh;
+  return hn::Combine(d16, hn::DemoteTo(dh, hi), hn::DemoteTo(dh, lo));
+}
+template <class D32>
+HWY_INLINE hn::Vec<hn::Repartition<uint16_t, D32>> Narrow32U(D32 /*d32*/, hn::Vec<D32> lo,
+                                                             hn::Vec<D32> hi) {
+  const hn::Repartition<uint16_t, D32> d16;
+  const hn::Half<decltype(d16)> dh;
+  return hn::Combine(d16, hn::DemoteTo(dh, hi), hn::DemoteTo(dh, lo));
 }
 #endif
 
@@ -172,21 +213,6 @@ HWY_INLINE V AddTimes(D d, V acc, V v) {
 // ZYL_PORTABLE_DOT selects the portable form on x86 too, so that it can be
 // tested there.
 #if HWY_ARCH_X86 && !defined(ZYL_PORTABLE_DOT)
-// In-block narrowing of int32 to int16 with signed saturation, the inverse
-// of ZipLower/ZipUpper inside each 128-bit block.
-template <class D32>
-HWY_INLINE hn::Vec<hn::Repartition<int16_t, D32>> Narrow32(D32 /*d32*/, hn::Vec<D32> lo,
-                                                           hn::Vec<D32> hi) {
-  using V16 = hn::Vec<hn::Repartition<int16_t, D32>>;
-  if constexpr (sizeof(lo.raw) == 16) return V16{_mm_packs_epi32(lo.raw, hi.raw)};
-#if HWY_TARGET <= HWY_AVX2
-  if constexpr (sizeof(lo.raw) == 32) return V16{_mm256_packs_epi32(lo.raw, hi.raw)};
-#endif
-#if HWY_TARGET <= HWY_AVX3
-  if constexpr (sizeof(lo.raw) == 64) return V16{_mm512_packs_epi32(lo.raw, hi.raw)};
-#endif
-}
-
 // On x86 the x r are summed pairwise by the 16x16 -> 32-bit multiply-add
 // (inputs interleaved two by two), the constant added and the sum shifted
 // in 32-bit lanes. kCEven and kCOdd are the constants of even and odd lanes.

@@ -307,40 +307,6 @@ HWY_INLINE void HlsPixelAt(const Op& op, const T* const* src, T* const* dst, ptr
 
 #if ZYL_HLS_SIMD
 
-// In-block packs with saturation: the inverse of the in-block zips below,
-// so lanes come back in their places without a cross-block permute.
-HWY_INLINE hn::Vec128<int16_t> HlsPackS32(hn::Vec128<int32_t> a, hn::Vec128<int32_t> b) {
-  return hn::Vec128<int16_t>{_mm_packs_epi32(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec128<uint16_t> HlsPackU32(hn::Vec128<int32_t> a, hn::Vec128<int32_t> b) {
-  return hn::Vec128<uint16_t>{_mm_packus_epi32(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec128<uint8_t> HlsPackU16(hn::Vec128<int16_t> a, hn::Vec128<int16_t> b) {
-  return hn::Vec128<uint8_t>{_mm_packus_epi16(a.raw, b.raw)};
-}
-#if HWY_TARGET <= HWY_AVX2
-HWY_INLINE hn::Vec256<int16_t> HlsPackS32(hn::Vec256<int32_t> a, hn::Vec256<int32_t> b) {
-  return hn::Vec256<int16_t>{_mm256_packs_epi32(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec256<uint16_t> HlsPackU32(hn::Vec256<int32_t> a, hn::Vec256<int32_t> b) {
-  return hn::Vec256<uint16_t>{_mm256_packus_epi32(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec256<uint8_t> HlsPackU16(hn::Vec256<int16_t> a, hn::Vec256<int16_t> b) {
-  return hn::Vec256<uint8_t>{_mm256_packus_epi16(a.raw, b.raw)};
-}
-#endif
-#if HWY_TARGET <= HWY_AVX3
-HWY_INLINE hn::Vec512<int16_t> HlsPackS32(hn::Vec512<int32_t> a, hn::Vec512<int32_t> b) {
-  return hn::Vec512<int16_t>{_mm512_packs_epi32(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec512<uint16_t> HlsPackU32(hn::Vec512<int32_t> a, hn::Vec512<int32_t> b) {
-  return hn::Vec512<uint16_t>{_mm512_packus_epi32(a.raw, b.raw)};
-}
-HWY_INLINE hn::Vec512<uint8_t> HlsPackU16(hn::Vec512<int16_t> a, hn::Vec512<int16_t> b) {
-  return hn::Vec512<uint8_t>{_mm512_packus_epi16(a.raw, b.raw)};
-}
-#endif
-
 // Rows that touch interleaved pixels stay at 256 bits: interleaved loads and
 // stores shuffle across blocks, which costs more than wider arithmetic gains.
 template <class T, class SL, class DL>
@@ -402,9 +368,9 @@ HWY_INLINE void HlsBlock(D d, const hn::TFromD<D>* const* src, hn::TFromD<D>* co
     }
     for (int ch = 0; ch < 3; ++ch) {
       if constexpr (sizeof(T) == 1) {
-        out[ch] = HlsPackU16(HlsPackS32(o[ch][0], o[ch][1]), HlsPackS32(o[ch][2], o[ch][3]));
+        out[ch] = Narrow8(d, Narrow32(di, o[ch][0], o[ch][1]), Narrow32(di, o[ch][2], o[ch][3]));
       } else {
-        out[ch] = hn::BitCast(d, hn::Xor(HlsPackU32(o[ch][0], o[ch][1]), flip));
+        out[ch] = hn::BitCast(d, hn::Xor(Narrow32U(di, o[ch][0], o[ch][1]), flip));
       }
     }
   }

@@ -207,21 +207,6 @@ HWY_INLINE void WidenLanes(D16 d16, hn::Vec<D16> v, hn::Vec<hn::RepartitionToWid
   lo = hn::ZipLower(d32, v, hn::Zero(d16));
   hi = hn::ZipUpper(d32, v, hn::Zero(d16));
 }
-// int32 to int16 (signed saturation) and to uint16 (unsigned saturation).
-HWY_INLINE hn::Vec128<int16_t> PackI32(hn::Vec128<int32_t> lo, hn::Vec128<int32_t> hi) {
-  return hn::Vec128<int16_t>{_mm_packs_epi32(lo.raw, hi.raw)};
-}
-HWY_INLINE hn::Vec128<uint16_t> PackU32(hn::Vec128<int32_t> lo, hn::Vec128<int32_t> hi) {
-  return hn::Vec128<uint16_t>{_mm_packus_epi32(lo.raw, hi.raw)};
-}
-#if HWY_TARGET <= HWY_AVX2
-HWY_INLINE hn::Vec256<int16_t> PackI32(hn::Vec256<int32_t> lo, hn::Vec256<int32_t> hi) {
-  return hn::Vec256<int16_t>{_mm256_packs_epi32(lo.raw, hi.raw)};
-}
-HWY_INLINE hn::Vec256<uint16_t> PackU32(hn::Vec256<int32_t> lo, hn::Vec256<int32_t> hi) {
-  return hn::Vec256<uint16_t>{_mm256_packus_epi32(lo.raw, hi.raw)};
-}
-#endif
 #else
 template <class D16>
 HWY_INLINE void WidenLanes(D16 d16, hn::Vec<D16> v, hn::Vec<hn::RepartitionToWide<D16>>& lo,
@@ -230,18 +215,6 @@ HWY_INLINE void WidenLanes(D16 d16, hn::Vec<D16> v, hn::Vec<hn::RepartitionToWid
   const hn::Half<D16> dh;
   lo = hn::PromoteTo(d32, hn::LowerHalf(dh, v));
   hi = hn::PromoteTo(d32, hn::UpperHalf(dh, v));
-}
-template <class V32>
-HWY_INLINE auto PackI32(V32 lo, V32 hi) {
-  const hn::Repartition<int16_t, hn::DFromV<V32>> d16;
-  const hn::Half<decltype(d16)> dh;
-  return hn::Combine(d16, hn::DemoteTo(dh, hi), hn::DemoteTo(dh, lo));
-}
-template <class V32>
-HWY_INLINE auto PackU32(V32 lo, V32 hi) {
-  const hn::Repartition<uint16_t, hn::DFromV<V32>> d16;
-  const hn::Half<decltype(d16)> dh;
-  return hn::Combine(d16, hn::DemoteTo(dh, hi), hn::DemoteTo(dh, lo));
 }
 #endif
 
@@ -262,7 +235,8 @@ HWY_INLINE void WidenU8(D8 d8, hn::Vec<D8> v, VF f[4]) {
 }
 template <class D8, class VI>
 HWY_INLINE hn::Vec<D8> NarrowU8(D8 d8, const VI i[4]) {
-  return Narrow8(d8, PackI32(i[0], i[1]), PackI32(i[2], i[3]));
+  const hn::DFromV<VI> d32;
+  return Narrow8(d8, Narrow32(d32, i[0], i[1]), Narrow32(d32, i[2], i[3]));
 }
 
 // 16-bit codes to two float vectors; NarrowU16 saturates to 0..65535.
@@ -277,7 +251,7 @@ HWY_INLINE void WidenU16(D16 d16, hn::Vec<D16> v, VF f[2]) {
 }
 template <class D16, class VI>
 HWY_INLINE hn::Vec<D16> NarrowU16(D16 /*d16*/, const VI i[2]) {
-  return PackU32(i[0], i[1]);
+  return Narrow32U(hn::DFromV<VI>(), i[0], i[1]);
 }
 
 // ----------------------------------------------------------- float lanes --
