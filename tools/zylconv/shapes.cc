@@ -363,21 +363,29 @@ bool LumaFirst(const RawImage& raw, int planes) {
   return raw.PlaneCount() == planes && y.channels == 1 && y.x_sub == 1 && y.y_sub == 1;
 }
 
+// The layouts of a raw image's planes, and the picture's size rounded up to whole blocks of
+// its most subsampled plane.
+void WholeBlocks(const RawImage& raw, const Picture& pic, std::vector<PlaneLayout>& layouts, int& w,
+                 int& h) {
+  int block_x = 1, block_y = 1;
+  for (int i = 0; i < raw.PlaneCount(); ++i) {
+    layouts.push_back(raw.Layout(i));
+    block_x = std::max(block_x, layouts.back().x_sub);
+    block_y = std::max(block_y, layouts.back().y_sub);
+  }
+  w = (pic.width + block_x - 1) / block_x * block_x;
+  h = (pic.height + block_y - 1) / block_y * block_y;
+}
+
 // The encoders convert whole chroma blocks only (an odd last column or row is left out). An
 // odd size is therefore converted at the size rounded up to whole blocks, the last column and
 // row repeated, and cropped back into the file, whose chroma planes have that rounded-up size
 // already. `convert` gets the picture to convert and the image to write.
 void ConvertWholeBlocks(const Picture& pic, RawImage& raw,
                         const std::function<void(const Picture&, RawImage&)>& convert) {
-  int block_x = 1, block_y = 1;
   std::vector<PlaneLayout> layouts;
-  for (int i = 0; i < raw.PlaneCount(); ++i) {
-    layouts.push_back(raw.Layout(i));
-    block_x = std::max(block_x, layouts.back().x_sub);
-    block_y = std::max(block_y, layouts.back().y_sub);
-  }
-  const int w = (pic.width + block_x - 1) / block_x * block_x;
-  const int h = (pic.height + block_y - 1) / block_y * block_y;
+  int w, h;
+  WholeBlocks(raw, pic, layouts, w, h);
   if (w == pic.width && h == pic.height) {
     convert(pic, raw);
     return;
@@ -470,15 +478,9 @@ namespace {
 // whose luma repeats its last column and row, and cropped into the hub.
 void DecodeWholeBlocks(const RawImage& raw, Picture& pic,
                        const std::function<void(const RawImage&, Picture&)>& convert) {
-  int block_x = 1, block_y = 1;
   std::vector<PlaneLayout> layouts;
-  for (int i = 0; i < raw.PlaneCount(); ++i) {
-    layouts.push_back(raw.Layout(i));
-    block_x = std::max(block_x, layouts.back().x_sub);
-    block_y = std::max(block_y, layouts.back().y_sub);
-  }
-  const int w = (pic.width + block_x - 1) / block_x * block_x;
-  const int h = (pic.height + block_y - 1) / block_y * block_y;
+  int w, h;
+  WholeBlocks(raw, pic, layouts, w, h);
   if (w == pic.width && h == pic.height) {
     convert(raw, pic);
     return;
